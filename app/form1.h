@@ -1,0 +1,38 @@
+#pragma once
+// The main window put together: its variables, its controls and the handlers that the
+// program's parts contribute, wired to each other and to the platform.
+#include <filesystem>
+
+#include "live/panel_selector.h"
+#include "shell/form1_controls.h"
+#include "shell/form1_shell.h"
+#include "shell/form4.h"
+#include "shell/platform.h"
+#include "shell/program_state.h"
+
+namespace nerit {
+
+class Form1 {
+ public:
+  Form1(Platform& platform, std::filesystem::path program_folder);
+  Form1(const Form1&) = delete;
+  Form1& operator=(const Form1&) = delete;
+
+  Platform& platform;
+  ProgramState vars;
+  Form1Controls c;
+
+  Form1Shell shell;
+  PanelSelector panels;
+};
+
+// Every window of the program.
+class Program {
+ public:
+  Program(Platform& platform, std::filesystem::path program_folder);
+
+  Form1 form1;
+  Form4 form4;
+};
+
+}  // namespace nerit

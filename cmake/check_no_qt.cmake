@@ -1,0 +1,17 @@
+# Fails when a file of the headless core includes a Qt header.
+# Run as: cmake -DSOURCE_DIR=... -P check_no_qt.cmake
+set(offenders "")
+foreach(dir shell link maps files live setup firmware app)
+  file(GLOB_RECURSE files ${SOURCE_DIR}/${dir}/*.h ${SOURCE_DIR}/${dir}/*.cpp)
+  foreach(f IN LISTS files)
+    file(STRINGS ${f} hits REGEX "^[ \t]*#[ \t]*include[ \t]*[<\"](Q[A-Za-z]|qt)")
+    if(hits)
+      list(APPEND offenders "${f}: ${hits}")
+    endif()
+  endforeach()
+endforeach()
+if(offenders)
+  list(JOIN offenders "\n" text)
+  message(FATAL_ERROR "Qt headers in the headless core:\n${text}")
+endif()
+message(STATUS "core is free of Qt headers")

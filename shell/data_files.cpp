@@ -1,0 +1,26 @@
+#include "shell/data_files.h"
+
+#include <fstream>
+#include <iterator>
+
+#include "shell/errors.h"
+
+namespace nerit {
+
+std::filesystem::path data_file(const std::filesystem::path& pfad, std::string_view name) {
+  while (!name.empty() && (name.front() == '\\' || name.front() == '/')) name.remove_prefix(1);
+  return pfad / std::filesystem::path(name);
+}
+
+std::optional<std::vector<std::uint8_t>> read_file_bytes(const std::filesystem::path& file) {
+  std::error_code ec;
+  if (!std::filesystem::exists(file, ec)) return std::nullopt;
+  std::ifstream in(file, std::ios::binary);
+  if (!in) throw FileError("Cannot open " + file.string());
+  std::vector<std::uint8_t> bytes{std::istreambuf_iterator<char>(in),
+                                  std::istreambuf_iterator<char>()};
+  if (in.bad()) throw FileError("Cannot read " + file.string());
+  return bytes;
+}
+
+}  // namespace nerit

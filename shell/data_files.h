@@ -1,0 +1,17 @@
+#pragma once
+// Data files of the program folder. Their names are written with a leading backslash
+// ("\Pressure.raw"); on every system they are plain files inside pfad.
+#include <cstdint>
+#include <filesystem>
+#include <optional>
+#include <string_view>
+#include <vector>
+
+namespace nerit {
+
+std::filesystem::path data_file(const std::filesystem::path& pfad, std::string_view name);
+
+// The whole file, or nothing when it does not exist. FileError when it exists but cannot be read.
+std::optional<std::vector<std::uint8_t>> read_file_bytes(const std::filesystem::path& file);
+
+}  // namespace nerit

@@ -1,0 +1,37 @@
+#pragma once
+// Failures that end one action of the program with a message box, never the program.
+#include <stdexcept>
+#include <string>
+
+namespace nerit {
+
+// Base of every failure a handler may raise; what() is the text the user sees.
+struct ProgramError : std::runtime_error {
+  using std::runtime_error::runtime_error;
+};
+
+// A number does not fit the byte, word or long it must become.
+struct OverflowError : ProgramError {
+  OverflowError() : ProgramError("Overflow") {}
+};
+
+struct DivisionByZeroError : ProgramError {
+  DivisionByZeroError() : ProgramError("Division by zero") {}
+};
+
+// A file could not be opened, read or written.
+struct FileError : ProgramError {
+  using ProgramError::ProgramError;
+};
+
+// A serial port could not be opened or used.
+struct SerialError : ProgramError {
+  using ProgramError::ProgramError;
+};
+
+// Thrown out of a wait when the main window has been closed: it unwinds every nested
+// handler up to the event loop, which then ends. Deliberately not a std::exception, so
+// that no fault boundary turns it into a message box.
+struct ProgramClosing {};
+
+}  // namespace nerit

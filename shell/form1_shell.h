@@ -1,0 +1,39 @@
+#pragma once
+// The main window's start-up, activation, shutdown and the base-settings menu.
+#include <filesystem>
+
+#include "shell/form1_controls.h"
+#include "shell/platform.h"
+#include "shell/program_state.h"
+
+namespace nerit {
+
+class Form1Shell {
+ public:
+  Form1Shell(Form1Controls& c, ProgramState& vars, Platform& platform,
+             std::filesystem::path program_folder)
+      : c_(c), vars_(vars), platform_(platform), program_folder_(std::move(program_folder)) {}
+
+  void Form_Load();
+  void Form_Activate();
+  void Form_Unload();
+  void Grundeinstellungen_Click();
+
+  // Rebuilds the pressure table from "\PressureSensor.dat"; run after that file is rewritten.
+  void reload_pressure();
+
+  static constexpr const char* kOfflineNote =
+      "Änderungen werden nicht automatisch übernommen,\n"
+      "da der Nerit offline ist. Werte müssen mit 'Write Data to Unit' manuell übertragen werden!";
+
+ private:
+  void load_pressure_raw();
+  void fill_rpm_points();
+
+  Form1Controls& c_;
+  ProgramState& vars_;
+  Platform& platform_;
+  std::filesystem::path program_folder_;
+};
+
+}  // namespace nerit

@@ -1,0 +1,36 @@
+#pragma once
+// Test time: events scheduled at virtual milliseconds run in time order (ties in the order
+// they were scheduled), only when a wait asks for the next one.
+#include <cstdint>
+#include <functional>
+#include <map>
+#include <string>
+#include <utility>
+
+namespace nerit::testing {
+
+class VirtualClock {
+ public:
+  using Id = std::uint64_t;
+
+  long long now_ms() const { return now_; }
+  Id schedule(long long delay_ms, std::function<void()> action);
+  void cancel(Id id);
+  bool pending(Id id) const;
+  bool idle() const { return events_.empty(); }
+  long long next_due() const;
+
+  // Advances to the earliest event and runs it; false when nothing is scheduled.
+  bool run_next();
+  // Runs every event due up to and including t, then stands at t.
+  void run_until(long long t_ms);
+  void advance(long long ms) { run_until(now_ + ms); }
+
+ private:
+  long long now_ = 0;
+  Id next_id_ = 1;
+  std::map<std::pair<long long, Id>, std::function<void()>> events_;
+  std::map<Id, long long> due_of_;
+};
+
+}  // namespace nerit::testing
