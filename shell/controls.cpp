@@ -2,18 +2,19 @@
 
 #include <stdexcept>
 
+#include "shell/errors.h"
 #include "shell/platform.h"
 
 namespace nerit {
 
 void ComboBox::select(int i) {
-  if (i < -1 || i >= list_count()) throw std::out_of_range("Invalid property value");
+  if (i < -1 || i >= list_count()) throw InvalidPropertyError();
   list_index = i;
   text = i < 0 ? std::string() : items[static_cast<std::size_t>(i)];
 }
 
 void Grid::resize(int rows, int cols) {
-  if (rows < 0 || cols < 0) throw std::out_of_range("Invalid property value");
+  if (rows < 0 || cols < 0) throw InvalidPropertyError();
   std::vector<std::string> text(static_cast<std::size_t>(rows * cols));
   std::vector<Color> back(text.size(), background_);
   for (int r = 0; r < std::min(rows, rows_); ++r) {
@@ -41,14 +42,18 @@ std::size_t Grid::index(int r, int c) const {
   return static_cast<std::size_t>(r * cols_ + c);
 }
 
-const std::string& Grid::text(int r, int c) const { return text_[index(r, c)]; }
+const std::string& Grid::text(int r, int c) const {
+  return text_[index(r, c)];
+}
 
 void Grid::set_text(int r, int c, std::string text) {
   text_[index(r, c)] = std::move(text);
   ++revision_;
 }
 
-Color Grid::back_color(int r, int c) const { return back_[index(r, c)]; }
+Color Grid::back_color(int r, int c) const {
+  return back_[index(r, c)];
+}
 
 void Grid::set_back_color(int r, int c, Color color) {
   back_[index(r, c)] = color;
@@ -113,7 +118,7 @@ void Timer::attach(TimerHost* host) {
 }
 
 void Timer::set_interval(int ms) {
-  if (ms < 0) throw std::out_of_range("Invalid property value");
+  if (ms < 0) throw InvalidPropertyError();
   if (ms == interval_) return;
   interval_ = ms;
   if (host_) host_->timer_changed(*this);

@@ -19,6 +19,11 @@ struct DivisionByZeroError : ProgramError {
   DivisionByZeroError() : ProgramError("Division by zero") {}
 };
 
+// A control was given a value it cannot take (a list index past its entries, a negative size).
+struct InvalidPropertyError : ProgramError {
+  InvalidPropertyError() : ProgramError("Invalid property value") {}
+};
+
 // A file could not be opened, read or written.
 struct FileError : ProgramError {
   using ProgramError::ProgramError;

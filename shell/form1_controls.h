@@ -97,7 +97,7 @@ struct Form1Controls {
   std::array<std::int32_t, 17> rpm_points{};       // 1..16: rpmfaktor / rpm of each column
   std::array<std::string, 3> boost_captions;       // units of the live boost row
   std::array<std::string, 3> tps_captions;         // units of the live TPS row
-  int logging = 0;                                  // 1 while a data log records
+  int logging = 0;                                 // 1 while a data log records
 };
 
 }  // namespace nerit

@@ -72,8 +72,8 @@ void Form1Shell::Form_Load() {
   live.set_rows(10);
   live.set_col_width(0, 1200);
   live.set_col_width(1, 750);
-  const char* rows[] = {"Unit",         "Drehzahl",    "INJ In / µs", "INJ Out / µs", "INJ Adj. / %",
-                        "Boost / kPa",  "TPS / %",     "Airflow",     "Analog 3 / V", "Airflow in"};
+  const char* rows[] = {"Unit",        "Drehzahl", "INJ In / µs", "INJ Out / µs", "INJ Adj. / %",
+                        "Boost / kPa", "TPS / %",  "Airflow",     "Analog 3 / V", "Airflow in"};
   for (int row = 0; row < 10; ++row) live.set_text(row, 0, rows[row]);
   live.set_text(0, 1, "Value");
 

@@ -17,9 +17,9 @@ class Timer;
 // one character written per output call, everything received so far on input.
 class SerialPort {
  public:
-  static constexpr int kReceive = 2;       // characters arrived
-  static constexpr int kOverrun = 1006;    // receive overrun
-  static constexpr int kRxOverflow = 1008; // receive buffer overflow
+  static constexpr int kReceive = 2;        // characters arrived
+  static constexpr int kOverrun = 1006;     // receive overrun
+  static constexpr int kRxOverflow = 1008;  // receive buffer overflow
 
   virtual ~SerialPort() = default;
   // Fails with SerialError while the port is open.

@@ -14,13 +14,13 @@ struct ProgramState {
   double comport = 0;          // port handed over to the firmware window
   int debugmode = 0;           // 1 while a port is open by hand for debug text
 
-  double drucksensor = 0;    // MAP sensor choice
-  std::string map_volt;      // measured MAP sensor voltage, "0.00"
-  double tps_min = 0;        // raw throttle closed
-  double tps_max = 0;        // raw throttle fully open
-  double tps_raw = 0;        // live raw throttle
-  double tps_in = 0;         // live throttle %
-  std::string tps_in_volt;   // live throttle voltage, "0.00"
+  double drucksensor = 0;   // MAP sensor choice
+  std::string map_volt;     // measured MAP sensor voltage, "0.00"
+  double tps_min = 0;       // raw throttle closed
+  double tps_max = 0;       // raw throttle fully open
+  double tps_raw = 0;       // live raw throttle
+  double tps_in = 0;        // live throttle %
+  std::string tps_in_volt;  // live throttle voltage, "0.00"
 
   double drehzahl = 0;   // engine speed, rpm
   double rpmfaktor = 0;  // rpmfaktor / rpm = the controller's speed period

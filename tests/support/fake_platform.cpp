@@ -22,9 +22,12 @@ MsgAnswer FakeDialogs::message_box(const MessageBoxRequest& request) {
     return a;
   }
   switch (request.buttons) {
-    case MsgButtons::Ok: return MsgAnswer::Ok;
-    case MsgButtons::YesNo: return MsgAnswer::No;
-    default: return MsgAnswer::Cancel;
+    case MsgButtons::Ok:
+      return MsgAnswer::Ok;
+    case MsgButtons::YesNo:
+      return MsgAnswer::No;
+    default:
+      return MsgAnswer::Cancel;
   }
 }
 
@@ -158,10 +161,14 @@ DateTime FakeClock::now() const {
 
 std::string form_name(FormId form) {
   switch (form) {
-    case FormId::Form2: return "Form2";
-    case FormId::Form3: return "Form3";
-    case FormId::Form4: return "Form4";
-    case FormId::Form5: return "Form5";
+    case FormId::Form2:
+      return "Form2";
+    case FormId::Form3:
+      return "Form3";
+    case FormId::Form4:
+      return "Form4";
+    case FormId::Form5:
+      return "Form5";
   }
   return "?";
 }
@@ -181,7 +188,9 @@ void FakeWindows::end_program() {
   if (pump) pump->closing = true;
 }
 
-FakePlatform::FakePlatform() { windows.pump = &pump; }
+FakePlatform::FakePlatform() {
+  windows.pump = &pump;
+}
 
 // --- files ---------------------------------------------------------------------------------
 
@@ -200,7 +209,8 @@ TempFolder::~TempFolder() {
 
 void TempFolder::write(const std::string& name, const std::vector<unsigned char>& bytes) const {
   std::ofstream out(path_ / name, std::ios::binary);
-  out.write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
+  out.write(reinterpret_cast<const char*>(bytes.data()),
+            static_cast<std::streamsize>(bytes.size()));
 }
 
 }  // namespace nerit::testing

@@ -78,8 +78,8 @@ class FakeSerialPort : public SerialPort {
   void arrive_after(long long delay_ms, std::string bytes, int event = kReceive);
 
   std::set<int> present;
-  std::vector<int> open_attempts;  // every port number an open was tried on
-  std::vector<int> opened;         // every port number that opened
+  std::vector<int> open_attempts;      // every port number an open was tried on
+  std::vector<int> opened;             // every port number that opened
   std::map<int, std::string> written;  // bytes per port
   int output_calls = 0;
   // A peer on the wire: sees every write, may schedule arrivals.

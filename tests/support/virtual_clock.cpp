@@ -19,7 +19,9 @@ void VirtualClock::cancel(Id id) {
   due_of_.erase(it);
 }
 
-bool VirtualClock::pending(Id id) const { return due_of_.count(id) != 0; }
+bool VirtualClock::pending(Id id) const {
+  return due_of_.count(id) != 0;
+}
 
 long long VirtualClock::next_due() const {
   return events_.empty() ? -1 : events_.begin()->first.first;

@@ -1,0 +1,164 @@
+// The real main window on the offscreen platform: the models reach the widgets, user input
+// reaches the handlers, faults become message boxes and closing ends the program.
+#include <gtest/gtest.h>
+
+#include <QAction>
+#include <QApplication>
+#include <QComboBox>
+#include <QGroupBox>
+#include <QLabel>
+#include <QListWidget>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QTest>
+
+#include "shell/errors.h"
+#include "tests/support/fake_platform.h"
+#include "ui/application.h"
+
+namespace nerit::ui {
+namespace {
+
+class MainWindowTest : public ::testing::Test {
+ protected:
+  MainWindowTest() {
+    Application::Options options;
+    options.program_folder = folder.path();
+    options.show_splash = false;
+    options.dialogs = &dialogs;
+    app = std::make_unique<Application>(options);
+    app->start();
+  }
+
+  QString cell(GridView* view, int r, int c) {
+    return view->model()->index(r, c).data().toString();
+  }
+  const MainWindow::Widgets& w() { return app->main_window().widgets(); }
+  Form1Controls& c() { return app->program().form1.c; }
+
+  testing::TempFolder folder;
+  testing::FakeDialogs dialogs;
+  std::unique_ptr<Application> app;
+};
+
+TEST_F(MainWindowTest, ShowsTheLoadedWindow) {
+  MainWindow& win = app->main_window();
+  EXPECT_EQ(win.windowTitle(), "Nerit: ");
+  ASSERT_EQ(w().List2->count(), 5);
+  const char* panels[] = {"Injektoradjust", "Airflow Fuelcut", "Boostcontrol", "Airflow Output",
+                          "Acceleration Fuel"};
+  for (int i = 0; i < 5; ++i) EXPECT_EQ(w().List2->item(i)->text(), QString(panels[i]));
+  for (QGroupBox* frame : w().Frame1) EXPECT_TRUE(frame->isHidden());
+
+  EXPECT_EQ(w().Label4[0]->text(), "offline");
+  EXPECT_EQ(w().Label4[0]->palette().color(QPalette::Window), QColor(255, 0, 0));
+  EXPECT_EQ(w().Label4[1]->text(), "-");
+  EXPECT_EQ(w().Label4[2]->text(), "-");
+  EXPECT_EQ(w().Command1->text(), "Connect");
+
+  EXPECT_EQ(w().Combo2->count(), 33);
+  EXPECT_EQ(w().Combo2->currentIndex(), -1);
+  EXPECT_EQ(w().Combo2->placeholderText(), QString::fromUtf8("Debugport wählen...."));
+  EXPECT_EQ(w().Combo1->itemText(3), "Airflow Karmann Vortex / Hz");
+  EXPECT_FALSE(w().Combo3->isEnabled());
+  EXPECT_EQ(w().Combo3->count(), 9);
+
+  EXPECT_FALSE(w().menu.at("Start")->isEnabled());
+  EXPECT_FALSE(w().menu.at("Stop")->isEnabled());
+  for (const char* entry :
+       {"Laden", "Speichern", "Autoconnect", "Read Data", "Write Data", "Firmwareupdate",
+        "Basesettings", "Airflowsettings", "RPM Points", "Load Points", "Realtimedata"})
+    EXPECT_TRUE(w().menu.at(entry)->isEnabled()) << entry;
+
+  EXPECT_EQ(cell(w().MSFlexGrid2, 0, 1), "500");
+  EXPECT_EQ(cell(w().MSFlexGrid3, 0, 16), "8000");
+  EXPECT_EQ(cell(w().MSFlexGrid2, 16, 0), "--");
+  EXPECT_EQ(cell(w().MSFlexGrid3, 16, 16), "0");
+  EXPECT_EQ(cell(w().MSFlexGrid1, 2, 0), QString::fromUtf8("INJ In / µs"));
+  EXPECT_EQ(cell(w().MSFlexGrid1, 0, 1), "Value");
+  EXPECT_TRUE(dialogs.shown.empty());
+}
+
+TEST_F(MainWindowTest, ModelChangesReachTheWidgets) {
+  app->run([this] {
+    c().Label4[0].caption = "online";
+    c().Label4[0].back_color = kGreen;
+    c().Command1.back_color = kYellow;
+    c().MSFlexGrid2.set_text(3, 4, "42");
+    c().MSFlexGrid3.set_back_color(2, 2, kYellow);
+    c().List1.add_item("12:00:00 -> hello");
+    c().menus.lstart.enabled = true;
+    c().caption = "Nerit: /tmp/tune.inj";
+  });
+  EXPECT_EQ(w().Label4[0]->text(), "online");
+  EXPECT_EQ(w().Label4[0]->palette().color(QPalette::Window), QColor(0, 255, 0));
+  EXPECT_EQ(w().Command1->palette().color(QPalette::Button), QColor(255, 255, 0));
+  EXPECT_EQ(cell(w().MSFlexGrid2, 3, 4), "42");
+  EXPECT_EQ(w().MSFlexGrid3->model()->index(2, 2).data(Qt::BackgroundRole).value<QBrush>().color(),
+            QColor(255, 255, 0));
+  ASSERT_EQ(w().List1->count(), 1);
+  EXPECT_EQ(w().List1->item(0)->text(), "12:00:00 -> hello");
+  EXPECT_TRUE(w().menu.at("Start")->isEnabled());
+  EXPECT_EQ(app->main_window().windowTitle(), "Nerit: /tmp/tune.inj");
+}
+
+TEST_F(MainWindowTest, ChoosingAPanelShowsOnlyThatPanel) {
+  QListWidget* list = w().List2;
+  const QRect r = list->visualItemRect(list->item(kPanelBoostcontrol));
+  QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, r.center());
+  EXPECT_EQ(c().List2.list_index, kPanelBoostcontrol);
+  for (int i = 0; i < kPanelCount; ++i)
+    EXPECT_EQ(w().Frame1[static_cast<std::size_t>(i)]->isHidden(), i != kPanelBoostcontrol) << i;
+  EXPECT_EQ(w().Frame1[kPanelBoostcontrol]->title(), "Boostcontroll Pin #22");
+}
+
+TEST_F(MainWindowTest, BasesettingsOfflineWarnsAndOpensTheWindow) {
+  w().menu.at("Basesettings")->trigger();
+  ASSERT_EQ(dialogs.shown.size(), 1u);
+  EXPECT_EQ(dialogs.shown[0].icon, MsgIcon::Information);
+  EXPECT_TRUE(app->windows().is_loaded(FormId::Form3));
+  EXPECT_EQ(app->windows().widget(FormId::Form3)->windowTitle(), "Basesettings");
+}
+
+TEST_F(MainWindowTest, AFaultInAHandlerBecomesAMessageAndTheProgramGoesOn) {
+  app->run([] { throw OverflowError(); });
+  ASSERT_EQ(dialogs.shown.size(), 1u);
+  EXPECT_EQ(dialogs.shown[0].text, "Overflow");
+  EXPECT_EQ(dialogs.shown[0].title, "Error");
+  EXPECT_EQ(dialogs.shown[0].icon, MsgIcon::Critical);
+  app->run([this] { c().Label4[1].caption = "still here"; });
+  EXPECT_EQ(w().Label4[1]->text(), "still here");
+}
+
+TEST_F(MainWindowTest, ClosingTheWindowUnloadsEverythingAndEnds) {
+  w().menu.at("Basesettings")->trigger();
+  ASSERT_TRUE(app->windows().is_loaded(FormId::Form3));
+  QSignalSpy quit(qApp, &QCoreApplication::aboutToQuit);
+  app->main_window().close();
+  EXPECT_TRUE(app->closing());
+  EXPECT_FALSE(app->windows().is_loaded(FormId::Form3));
+  EXPECT_FALSE(app->main_window().isVisible());
+  // A wait still running now ends instead of going on.
+  EXPECT_THROW(app->platform().pump.process_events(), ProgramClosing);
+  EXPECT_TRUE(dialogs.shown.size() == 1u);  // only the offline note, nothing asked on exit
+}
+
+TEST(SplashTest, ShowsCentredAndClosesItself) {
+  testing::TempFolder folder;
+  testing::FakeDialogs dialogs;
+  Application::Options options;
+  options.program_folder = folder.path();
+  options.dialogs = &dialogs;
+  Application app(options);
+  app.start();
+  QWidget* splash = app.windows().widget(FormId::Form4);
+  ASSERT_NE(splash, nullptr);
+  const QRect screen = splash->screen()->availableGeometry();
+  EXPECT_NEAR(splash->geometry().center().x(), screen.center().x(), 2);
+  EXPECT_NEAR(splash->geometry().center().y(), screen.center().y(), 2);
+  EXPECT_TRUE(app.main_window().isVisible());
+  QTRY_VERIFY_WITH_TIMEOUT(!app.windows().is_loaded(FormId::Form4), 5000);
+}
+
+}  // namespace
+}  // namespace nerit::ui

@@ -1,0 +1,103 @@
+#include "ui/application.h"
+
+#include <QApplication>
+#include <QGuiApplication>
+#include <QScreen>
+#include <QTimer>
+#include <QWindow>
+
+#include "shell/errors.h"
+#include "shell/fault_boundary.h"
+#include "ui/form_windows.h"
+#include "ui/splash_window.h"
+
+namespace nerit::ui {
+
+Application::Application(Options options)
+    : options_(std::move(options)),
+      timers_([this](const std::function<void()>& h) { run(h); }),
+      platform_{comm_,   timers_,
+                pump_,   options_.dialogs ? *options_.dialogs : static_cast<Dialogs&>(qt_dialogs_),
+                clock_,  locale_,
+                windows_} {
+  program_ = std::make_unique<Program>(platform_, options_.program_folder);
+  main_ = std::make_unique<MainWindow>(program_->form1,
+                                       [this](const std::function<void()>& h) { run(h); });
+  main_->on_close = [this] { run([this] { program_->form1.shell.Form_Unload(); }); };
+  pump_.before_wait = [this] { refresh(); };
+
+  windows_.factories[FormId::Form4] = [this] {
+    const Form4& f = program_->form4;
+    return new SplashWindow(f.width / kTwipsPerPixel, f.height / kTwipsPerPixel);
+  };
+  windows_.factories[FormId::Form3] = [] { return make_empty_form("Basesettings", {640, 480}); };
+  windows_.factories[FormId::Form2] = [] { return make_empty_form("Firmwareupdate", {420, 220}); };
+  windows_.factories[FormId::Form5] = [] { return make_empty_form("Graph", {640, 480}); };
+  windows_.on_end = [this] { end_program(); };
+
+  connect(qApp, &QGuiApplication::focusWindowChanged, this,
+          [this](QWindow* now) { focus_changed(now); });
+}
+
+Application::~Application() {
+  // Timers of the models go before the host that makes them tick.
+  main_.reset();
+  program_.reset();
+}
+
+void Application::start() {
+  if (options_.show_splash) {
+    windows_.show(FormId::Form4);
+    if (QWidget* splash = windows_.widget(FormId::Form4)) {
+      const QRect screen = splash->screen()->availableGeometry();
+      Form4& f = program_->form4;
+      run([&] { f.Form_Load(screen.width() * kTwipsPerPixel, screen.height() * kTwipsPerPixel); });
+      splash->move(screen.left() + f.left / kTwipsPerPixel, screen.top() + f.top / kTwipsPerPixel);
+      QCoreApplication::processEvents();
+    }
+  }
+  run([this] { program_->form1.shell.Form_Load(); });
+  if (QWidget* screen = main_->window(); screen && screen->screen()) {
+    const QRect avail = screen->screen()->availableGeometry();
+    main_->resize(main_->size().boundedTo(avail.size()));
+  }
+  main_->show();
+  if (QWidget* splash = windows_.widget(FormId::Form4)) splash->raise();
+  run([this] { program_->form1.shell.Form_Activate(); });
+}
+
+void Application::run(const std::function<void()>& handler) {
+  if (pump_.closing) return;
+  try {
+    run_handler(platform_.dialogs, handler);
+  } catch (const ProgramClosing&) {
+    // The main window was closed inside a wait; the event loop is ending.
+  }
+  if (!pump_.closing) refresh();
+}
+
+void Application::refresh() {
+  if (main_) main_->refresh();
+}
+
+void Application::end_program() {
+  pump_.closing = true;
+  for (QWidget* w : QApplication::topLevelWidgets())
+    if (w != main_.get()) w->close();
+  main_->hide();
+  QTimer::singleShot(0, qApp, &QCoreApplication::quit);
+}
+
+void Application::focus_changed(QWindow* now) {
+  // The main window is activated again when the user comes back from one of the program's
+  // own windows (not from another application or a message box).
+  const bool back_from_form = last_focus_was_form_;
+  last_focus_was_form_ = false;
+  if (!now) return;
+  for (FormId f : {FormId::Form2, FormId::Form3, FormId::Form5})
+    if (QWidget* w = windows_.widget(f); w && w->windowHandle() == now) last_focus_was_form_ = true;
+  if (now != main_->windowHandle() || !back_from_form) return;
+  QTimer::singleShot(0, this, [this] { run([this] { program_->form1.shell.Form_Activate(); }); });
+}
+
+}  // namespace nerit::ui

@@ -1,0 +1,57 @@
+#pragma once
+// The running program: the Qt platform, every window's models and handlers, and the widgets.
+// Every handler runs through run(): fault boundary first, then the windows show the result.
+#include <QObject>
+#include <QPointer>
+#include <filesystem>
+#include <memory>
+
+#include "app/form1.h"
+#include "ui/main_window.h"
+#include "ui/qt_platform.h"
+
+class QWindow;
+
+namespace nerit::ui {
+
+class Application : public QObject {
+ public:
+  struct Options {
+    std::filesystem::path program_folder;
+    bool show_splash = true;
+    Dialogs* dialogs = nullptr;  // tests record dialogs instead of showing them
+  };
+
+  explicit Application(Options options);
+  ~Application() override;
+
+  // Splash, main window load, show, first activation.
+  void start();
+  void run(const std::function<void()>& handler);
+  void refresh();
+
+  Program& program() { return *program_; }
+  MainWindow& main_window() { return *main_; }
+  QtWindows& windows() { return windows_; }
+  Platform& platform() { return platform_; }
+  bool closing() const { return pump_.closing; }
+
+ private:
+  void end_program();
+  void focus_changed(QWindow* now);
+
+  Options options_;
+  QtTimers timers_;
+  QtPump pump_;
+  QtDialogs qt_dialogs_;
+  QtClock clock_;
+  QtLocale locale_;
+  QtWindows windows_;
+  NoSerialPorts comm_;
+  Platform platform_;
+  std::unique_ptr<Program> program_;
+  std::unique_ptr<MainWindow> main_;
+  bool last_focus_was_form_ = false;
+};
+
+}  // namespace nerit::ui

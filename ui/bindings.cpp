@@ -1,0 +1,157 @@
+#include "ui/bindings.h"
+
+#include <QSignalBlocker>
+
+#include "ui/qt_colors.h"
+
+namespace nerit::ui {
+
+namespace {
+
+QString qs(const std::string& s) {
+  return QString::fromStdString(s);
+}
+
+void show_state(QWidget* w, bool visible, bool enabled) {
+  if (w->isEnabled() != enabled) w->setEnabled(enabled);
+  // Only hide what the model hides; showing follows the parent window.
+  if (w->isHidden() == visible) w->setVisible(visible);
+}
+
+void set_back_color(QWidget* w, Color c, QPalette::ColorRole role) {
+  const QColor want = to_qcolor(c, QPalette());
+  if (w->palette().color(role) == want) return;
+  QPalette p = w->palette();
+  p.setColor(role, want);
+  w->setPalette(p);
+}
+
+}  // namespace
+
+void Bindings::on_user(Handler h) {
+  if (h) run_(h);
+}
+
+void Bindings::label(QLabel* w, const Label& m) {
+  w->setAutoFillBackground(true);
+  refreshers_.push_back([w, &m] {
+    if (w->text() != qs(m.caption)) w->setText(qs(m.caption));
+    set_back_color(w, m.back_color, QPalette::Window);
+    show_state(w, m.visible, m.enabled);
+  });
+}
+
+void Bindings::button(QPushButton* w, const CommandButton& m, Handler click) {
+  QObject::connect(w, &QPushButton::clicked, w, [this, click] { on_user(click); });
+  refreshers_.push_back([w, &m] {
+    if (w->text() != qs(m.caption)) w->setText(qs(m.caption));
+    set_back_color(w, m.back_color, QPalette::Button);
+    show_state(w, m.visible, m.enabled);
+  });
+}
+
+void Bindings::check(QCheckBox* w, CheckBox& m, Handler click) {
+  QObject::connect(w, &QCheckBox::clicked, w, [this, w, &m, click](bool checked) {
+    m.value = checked ? 1 : 0;
+    (void)w;
+    on_user(click);
+  });
+  refreshers_.push_back([w, &m] {
+    if (w->text() != qs(m.caption)) w->setText(qs(m.caption));
+    if (w->isChecked() != (m.value == 1)) {
+      const QSignalBlocker block(w);
+      w->setChecked(m.value == 1);
+    }
+    show_state(w, m.visible, m.enabled);
+  });
+}
+
+void Bindings::combo(QComboBox* w, ComboBox& m, Handler click) {
+  QObject::connect(w, &QComboBox::activated, w, [this, &m, click](int index) {
+    m.select(index);
+    on_user(click);
+  });
+  refreshers_.push_back([w, &m] {
+    const QSignalBlocker block(w);
+    bool same = w->count() == m.list_count();
+    for (int i = 0; same && i < m.list_count(); ++i)
+      same = w->itemText(i) == qs(m.items[static_cast<std::size_t>(i)]);
+    if (!same) {
+      w->clear();
+      for (const auto& item : m.items) w->addItem(qs(item));
+    }
+    if (w->currentIndex() != m.list_index) w->setCurrentIndex(m.list_index);
+    if (m.list_index < 0 && w->placeholderText() != qs(m.text)) w->setPlaceholderText(qs(m.text));
+    show_state(w, m.visible, m.enabled);
+  });
+}
+
+void Bindings::list(QListWidget* w, ListBox& m, Handler click) {
+  QObject::connect(w, &QListWidget::itemClicked, w, [this, w, &m, click](QListWidgetItem* item) {
+    m.list_index = w->row(item);
+    on_user(click);
+  });
+  refreshers_.push_back([w, &m] {
+    const QSignalBlocker block(w);
+    const int n = m.list_count();
+    bool tail_only = w->count() <= n;  // a log only grows: add what is new
+    for (int i = 0; tail_only && i < w->count(); ++i)
+      tail_only = w->item(i)->text() == qs(m.items[static_cast<std::size_t>(i)]);
+    if (!tail_only) w->clear();
+    const bool grew = w->count() < n;
+    for (int i = w->count(); i < n; ++i) w->addItem(qs(m.items[static_cast<std::size_t>(i)]));
+    if (w->currentRow() != m.list_index) w->setCurrentRow(m.list_index);
+    if (grew && m.list_index < 0) w->scrollToBottom();
+    show_state(w, m.visible, m.enabled);
+  });
+}
+
+void Bindings::frame(QGroupBox* w, const Frame& m) {
+  refreshers_.push_back([w, &m] {
+    if (w->title() != qs(m.caption)) w->setTitle(qs(m.caption));
+    show_state(w, m.visible, m.enabled);
+  });
+}
+
+void Bindings::menu(QAction* w, const MenuItem& m, Handler click) {
+  QObject::connect(w, &QAction::triggered, w, [this, click] { on_user(click); });
+  refreshers_.push_back([w, &m] {
+    if (w->text() != qs(m.caption)) w->setText(qs(m.caption));
+    if (w->isCheckable() && w->isChecked() != m.checked) w->setChecked(m.checked);
+    if (w->isEnabled() != m.enabled) w->setEnabled(m.enabled);
+    if (w->isVisible() != m.visible) w->setVisible(m.visible);
+  });
+}
+
+void Bindings::text(QLineEdit* w, TextBox& m) {
+  QObject::connect(w, &QLineEdit::textEdited, w,
+                   [&m](const QString& t) { m.text = t.toStdString(); });
+  refreshers_.push_back([w, &m] {
+    if (w->text() != qs(m.text)) w->setText(qs(m.text));
+    show_state(w, m.visible, m.enabled);
+  });
+}
+
+void Bindings::scroll(QScrollBar* w, ScrollBar& m, Handler change) {
+  QObject::connect(w, &QScrollBar::valueChanged, w, [this, &m, change](int v) {
+    if (m.value == v) return;
+    m.value = v;
+    on_user(change);
+  });
+  refreshers_.push_back([w, &m] {
+    const QSignalBlocker block(w);
+    if (w->minimum() != m.min || w->maximum() != m.max) w->setRange(m.min, m.max);
+    if (w->value() != m.value) w->setValue(m.value);
+    show_state(w, m.visible, m.enabled);
+  });
+}
+
+void Bindings::grid(GridView* w) {
+  refreshers_.push_back([w] { w->refresh(); });
+}
+
+void Bindings::refresh() const {
+  for (const auto& r : refreshers_) r();
+}
+
+}  // namespace nerit::ui

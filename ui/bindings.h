@@ -1,0 +1,48 @@
+#pragma once
+// Ties widgets to the control models. Refreshing copies every model into its widget (only
+// what changed); user input writes into the model first and then runs the control's handler.
+#include <QAction>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QGroupBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPushButton>
+#include <QScrollBar>
+#include <functional>
+#include <vector>
+
+#include "shell/controls.h"
+#include "ui/grid_view.h"
+#include "ui/qt_platform.h"
+
+namespace nerit::ui {
+
+using Handler = std::function<void()>;
+
+class Bindings {
+ public:
+  explicit Bindings(HandlerRunner run) : run_(std::move(run)) {}
+
+  void label(QLabel* w, const Label& m);
+  void button(QPushButton* w, const CommandButton& m, Handler click = {});
+  void check(QCheckBox* w, CheckBox& m, Handler click = {});
+  void combo(QComboBox* w, ComboBox& m, Handler click = {});
+  void list(QListWidget* w, ListBox& m, Handler click = {});
+  void frame(QGroupBox* w, const Frame& m);
+  void menu(QAction* w, const MenuItem& m, Handler click = {});
+  void text(QLineEdit* w, TextBox& m);
+  void scroll(QScrollBar* w, ScrollBar& m, Handler change = {});
+  void grid(GridView* w);
+  void custom(std::function<void()> refresher) { refreshers_.push_back(std::move(refresher)); }
+
+  void refresh() const;
+
+ private:
+  void on_user(Handler h);
+  HandlerRunner run_;
+  std::vector<std::function<void()>> refreshers_;
+};
+
+}  // namespace nerit::ui

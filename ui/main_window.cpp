@@ -1,0 +1,260 @@
+#include "ui/main_window.h"
+
+#include <QCloseEvent>
+#include <QFormLayout>
+#include <QHBoxLayout>
+#include <QMenuBar>
+#include <QSplitter>
+#include <QStatusBar>
+#include <QVBoxLayout>
+
+namespace nerit::ui {
+
+namespace {
+
+QLabel* status_label(QWidget* parent, int min_width) {
+  auto* l = new QLabel(parent);
+  l->setAlignment(Qt::AlignCenter);
+  l->setMinimumWidth(min_width);
+  l->setFrameShape(QFrame::Panel);
+  l->setFrameShadow(QFrame::Sunken);
+  l->setMargin(3);
+  return l;
+}
+
+}  // namespace
+
+MainWindow::MainWindow(Form1& form, HandlerRunner run, QWidget* parent)
+    : QMainWindow(parent), f_(form), bind_(std::move(run)) {
+  build_menus();
+
+  auto* central = new QWidget(this);
+  auto* outer = new QVBoxLayout(central);
+  outer->setContentsMargins(6, 6, 6, 6);
+  outer->addWidget(build_link_bar());
+
+  auto* lower = new QWidget(central);
+  auto* lower_layout = new QHBoxLayout(lower);
+  lower_layout->setContentsMargins(0, 0, 0, 0);
+  lower_layout->addWidget(build_live(), 0);
+  lower_layout->addWidget(build_panels(), 1);
+
+  auto* log_box = new QGroupBox("Log", central);
+  auto* log_layout = new QVBoxLayout(log_box);
+  w_.List1 = new QListWidget(log_box);
+  w_.List1->setToolTip("Click to clear the log");
+  log_layout->addWidget(w_.List1);
+  bind_.list(w_.List1, f_.c.List1);
+  lower_layout->addWidget(log_box, 1);
+
+  auto* split = new QSplitter(Qt::Vertical, central);
+  split->addWidget(build_maps());
+  split->addWidget(lower);
+  split->setStretchFactor(0, 3);
+  split->setStretchFactor(1, 2);
+  split->setChildrenCollapsible(false);
+  outer->addWidget(split, 1);
+  setCentralWidget(central);
+
+  bind_.custom([this] {
+    if (shown_caption_ != f_.c.caption) {
+      shown_caption_ = f_.c.caption;
+      setWindowTitle(QString::fromStdString(shown_caption_));
+    }
+  });
+  resize(1560, 920);
+  refresh();
+}
+
+void MainWindow::refresh() {
+  bind_.refresh();
+}
+
+void MainWindow::closeEvent(QCloseEvent* event) {
+  if (on_close) on_close();
+  event->accept();
+}
+
+QAction* MainWindow::add_menu_item(QMenu* menu, const MenuItem& m, Handler click) {
+  QAction* a = menu->addAction(QString::fromStdString(m.caption));
+  bind_.menu(a, m, std::move(click));
+  w_.menu[m.caption] = a;
+  return a;
+}
+
+void MainWindow::build_menus() {
+  Form1Menus& m = f_.c.menus;
+  auto top = [this](const MenuItem& item) {
+    QMenu* menu = menuBar()->addMenu(QString::fromStdString(item.caption));
+    bind_.menu(menu->menuAction(), item);
+    w_.menu[item.caption] = menu->menuAction();
+    return menu;
+  };
+  QMenu* datei = top(m.datei);
+  add_menu_item(datei, m.laden);
+  add_menu_item(datei, m.speichern);
+
+  QMenu* controller = top(m.controller);
+  add_menu_item(controller, m.autoconnect);
+  add_menu_item(controller, m.Lesen);
+  add_menu_item(controller, m.Schreiben);
+  controller->addSeparator();
+  add_menu_item(controller, m.firmwareupdate);
+
+  QMenu* setup = top(m.setup);
+  add_menu_item(setup, m.Grundeinstellungen, [this] { f_.shell.Grundeinstellungen_Click(); });
+  add_menu_item(setup, m.airflowsettings);
+  setup->addSeparator();
+  add_menu_item(setup, m.Drehzahlpunkte);
+  add_menu_item(setup, m.Lastpunke);
+
+  QMenu* logging = top(m.logging);
+  QAction* echtzeit = add_menu_item(logging, m.echtzeit);
+  echtzeit->setCheckable(true);
+  logging->addSeparator();
+  add_menu_item(logging, m.lstart);
+  add_menu_item(logging, m.lstop);
+}
+
+QWidget* MainWindow::build_link_bar() {
+  auto* bar = new QWidget(this);
+  auto* row = new QHBoxLayout(bar);
+  row->setContentsMargins(0, 0, 0, 0);
+
+  w_.Command1 = new QPushButton(bar);
+  w_.Command1->setMinimumWidth(110);
+  bind_.button(w_.Command1, f_.c.Command1);
+  row->addWidget(w_.Command1);
+
+  const int widths[3] = {80, 110, 200};
+  for (int i = 0; i < 3; ++i) {
+    w_.Label4[i] = status_label(bar, widths[i]);
+    bind_.label(w_.Label4[i], f_.c.Label4[static_cast<std::size_t>(i)]);
+    row->addWidget(w_.Label4[i]);
+  }
+  w_.Label4[0]->setToolTip("Link");
+  w_.Label4[1]->setToolTip("Port");
+  w_.Label4[2]->setToolTip("Firmware");
+  row->addStretch(1);
+
+  row->addWidget(new QLabel("Debugport:", bar));
+  w_.Combo2 = new QComboBox(bar);
+  w_.Combo2->setMinimumWidth(170);
+  w_.Combo2->setMaxVisibleItems(12);
+  bind_.combo(w_.Combo2, f_.c.Combo2);
+  row->addWidget(w_.Combo2);
+  return bar;
+}
+
+QWidget* MainWindow::build_maps() {
+  auto* maps = new QWidget(this);
+  auto* row = new QHBoxLayout(maps);
+  row->setContentsMargins(0, 0, 0, 0);
+
+  auto map_frame = [&](Frame& frame, Grid& grid, GridView*& view, std::vector<CheckBox*> boxes,
+                       bool with_load_type) {
+    auto* box = new QGroupBox(maps);
+    bind_.frame(box, frame);
+    auto* col = new QVBoxLayout(box);
+    view = new GridView(grid, GridView::Fit::Stretch, box);
+    bind_.grid(view);
+    col->addWidget(view, 1);
+    auto* under = new QHBoxLayout();
+    for (CheckBox* m : boxes) {
+      auto* cb = new QCheckBox(box);
+      bind_.check(cb, *m);
+      under->addWidget(cb);
+    }
+    under->addStretch(1);
+    if (with_load_type) {
+      auto* caption = new QLabel(box);
+      bind_.label(caption, f_.c.load_type_label);
+      caption->setAutoFillBackground(false);
+      under->addWidget(caption);
+      w_.Combo1 = new QComboBox(box);
+      w_.Combo1->setMinimumWidth(200);
+      bind_.combo(w_.Combo1, f_.c.Combo1);
+      under->addWidget(w_.Combo1);
+    }
+    col->addLayout(under);
+    row->addWidget(box, 1);
+  };
+  map_frame(f_.c.correction_frame, f_.c.MSFlexGrid2, w_.MSFlexGrid2, {&f_.c.Check6, &f_.c.Check2},
+            true);
+  map_frame(f_.c.airflow_map_frame, f_.c.MSFlexGrid3, w_.MSFlexGrid3, {&f_.c.Check4, &f_.c.Check5},
+            false);
+  return maps;
+}
+
+QWidget* MainWindow::build_live() {
+  auto* box = new QGroupBox("Live", this);
+  auto* col = new QVBoxLayout(box);
+  auto* checks = new QHBoxLayout();
+  for (CheckBox* m : {&f_.c.Check1, &f_.c.Check7}) {
+    auto* cb = new QCheckBox(box);
+    bind_.check(cb, *m);
+    checks->addWidget(cb);
+  }
+  col->addLayout(checks);
+  w_.MSFlexGrid1 = new GridView(f_.c.MSFlexGrid1, GridView::Fit::ModelWidths, box);
+  w_.MSFlexGrid1->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  w_.MSFlexGrid1->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  w_.MSFlexGrid1->setMinimumWidth(240);
+  bind_.grid(w_.MSFlexGrid1);
+  col->addWidget(w_.MSFlexGrid1, 1);
+  return box;
+}
+
+QWidget* MainWindow::build_panels() {
+  auto* box = new QGroupBox("Tuning", this);
+  auto* row = new QHBoxLayout(box);
+  w_.List2 = new QListWidget(box);
+  w_.List2->setMaximumWidth(150);
+  bind_.list(w_.List2, f_.c.List2, [this] { f_.panels.List2_Click(); });
+  row->addWidget(w_.List2);
+
+  auto* stack = new QVBoxLayout();
+  for (int i = 0; i < kPanelCount; ++i) {
+    auto* frame = new QGroupBox(box);
+    frame->setMinimumWidth(260);
+    bind_.frame(frame, f_.c.Frame1[static_cast<std::size_t>(i)]);
+    w_.Frame1[static_cast<std::size_t>(i)] = frame;
+    stack->addWidget(frame, 1);
+  }
+  // The airflow input choice belongs to the airflow output panel.
+  auto* airflow = new QFormLayout(w_.Frame1[kPanelAirflowOutput]);
+  auto* input_label = new QLabel(w_.Frame1[kPanelAirflowOutput]);
+  bind_.label(input_label, f_.c.Label1);
+  input_label->setAutoFillBackground(false);
+  w_.Combo3 = new QComboBox(w_.Frame1[kPanelAirflowOutput]);
+  bind_.combo(w_.Combo3, f_.c.Combo3);
+  airflow->addRow(input_label, w_.Combo3);
+  auto* clamp_label = new QLabel(w_.Frame1[kPanelAirflowOutput]);
+  bind_.label(clamp_label, f_.c.clamp_label);
+  clamp_label->setAutoFillBackground(false);
+  auto* clamp = new QLineEdit(w_.Frame1[kPanelAirflowOutput]);
+  bind_.text(clamp, f_.c.Text1);
+  airflow->addRow(clamp_label, clamp);
+
+  // Acceleration fuel: the six bars with their value labels.
+  auto* accel = new QFormLayout(w_.Frame1[kPanelAccelerationFuel]);
+  const char* captions[6] = {"Throttle Filter", "Throttle Menge", "Throttle Dauer",
+                             "Map Filter",      "Map Menge",      "Reduzierung"};
+  for (int i = 0; i < 6; ++i) {
+    auto* line = new QHBoxLayout();
+    auto* bar = new QScrollBar(Qt::Horizontal, w_.Frame1[kPanelAccelerationFuel]);
+    bind_.scroll(bar, f_.c.HScroll1[static_cast<std::size_t>(i)]);
+    auto* value = new QLabel(w_.Frame1[kPanelAccelerationFuel]);
+    value->setMinimumWidth(32);
+    bind_.label(value, f_.c.Label8[static_cast<std::size_t>(i)]);
+    value->setAutoFillBackground(false);
+    line->addWidget(bar, 1);
+    line->addWidget(value);
+    accel->addRow(captions[i], line);
+  }
+  stack->addStretch(0);
+  row->addLayout(stack, 1);
+  return box;
+}
+
+}  // namespace nerit::ui

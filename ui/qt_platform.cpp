@@ -1,0 +1,230 @@
+#include "ui/qt_platform.h"
+
+#include <QApplication>
+#include <QDateTime>
+#include <QFileDialog>
+#include <QInputDialog>
+#include <QLocale>
+#include <QMessageBox>
+#include <QStringList>
+
+#include "shell/controls.h"
+#include "shell/errors.h"
+
+namespace nerit::ui {
+
+// --- timers --------------------------------------------------------------------------------
+
+QtTimers::~QtTimers() {
+  for (auto& [timer, qt] : pending_) delete qt.data();
+}
+
+void QtTimers::timer_changed(Timer& timer) {
+  disarm(timer);
+  if (timer.enabled() && timer.interval() > 0) arm(timer);
+}
+
+void QtTimers::timer_destroyed(Timer& timer) {
+  disarm(timer);
+}
+
+void QtTimers::arm(Timer& timer) {
+  auto* qt = new QTimer(this);
+  qt->setSingleShot(true);
+  qt->setTimerType(Qt::PreciseTimer);
+  pending_[&timer] = qt;
+  connect(qt, &QTimer::timeout, this, [this, &timer, qt] {
+    qt->deleteLater();
+    auto it = pending_.find(&timer);
+    if (it == pending_.end() || it->second != qt) return;
+    pending_.erase(it);
+    if (timer.enabled() && timer.interval() > 0) arm(timer);
+    run_([&timer] { timer.tick(); });
+  });
+  qt->start(timer.interval());
+}
+
+void QtTimers::disarm(Timer& timer) {
+  auto it = pending_.find(&timer);
+  if (it == pending_.end()) return;
+  if (it->second) {
+    it->second->stop();
+    it->second->deleteLater();
+  }
+  pending_.erase(it);
+}
+
+// --- pump ----------------------------------------------------------------------------------
+
+void QtPump::process_events() {
+  if (closing) throw ProgramClosing{};
+  if (before_wait) before_wait();
+  // Sleeps until something arrives: a wait costs no CPU.
+  QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+  if (closing) throw ProgramClosing{};
+}
+
+// --- dialogs -------------------------------------------------------------------------------
+
+MsgAnswer QtDialogs::message_box(const MessageBoxRequest& r) {
+  QMessageBox box(QApplication::activeWindow());
+  box.setWindowTitle(QString::fromStdString(r.title));
+  box.setText(QString::fromStdString(r.text));
+  switch (r.icon) {
+    case MsgIcon::Critical:
+      box.setIcon(QMessageBox::Critical);
+      break;
+    case MsgIcon::Question:
+      box.setIcon(QMessageBox::Question);
+      break;
+    case MsgIcon::Exclamation:
+      box.setIcon(QMessageBox::Warning);
+      break;
+    case MsgIcon::Information:
+      box.setIcon(QMessageBox::Information);
+      break;
+    case MsgIcon::None:
+      box.setIcon(QMessageBox::NoIcon);
+      break;
+  }
+  switch (r.buttons) {
+    case MsgButtons::Ok:
+      box.setStandardButtons(QMessageBox::Ok);
+      break;
+    case MsgButtons::OkCancel:
+      box.setStandardButtons(QMessageBox::Ok | QMessageBox::Cancel);
+      break;
+    case MsgButtons::YesNo:
+      box.setStandardButtons(QMessageBox::Yes | QMessageBox::No);
+      break;
+    case MsgButtons::YesNoCancel:
+      box.setStandardButtons(QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel);
+      break;
+    case MsgButtons::RetryCancel:
+      box.setStandardButtons(QMessageBox::Retry | QMessageBox::Cancel);
+      break;
+  }
+  switch (box.exec()) {
+    case QMessageBox::Ok:
+      return MsgAnswer::Ok;
+    case QMessageBox::Yes:
+      return MsgAnswer::Yes;
+    case QMessageBox::No:
+      return MsgAnswer::No;
+    case QMessageBox::Retry:
+      return MsgAnswer::Retry;
+    default:
+      return r.buttons == MsgButtons::Ok ? MsgAnswer::Ok : MsgAnswer::Cancel;
+  }
+}
+
+QString qt_file_filter(const std::string& filter) {
+  const QStringList parts = QString::fromStdString(filter).split('|');
+  QStringList out;
+  for (int i = 0; i + 1 < parts.size(); i += 2) {
+    QString patterns = parts[i + 1];
+    patterns.replace(';', ' ');
+    out << (parts[i].contains('(') ? parts[i] : parts[i] + " (" + patterns + ")");
+  }
+  return out.join(";;");
+}
+
+std::filesystem::path QtDialogs::file_dialog(const FileDialogRequest& r) {
+  const QString title = QString::fromStdString(r.title);
+  const QString folder = QString::fromStdString(r.folder.string());
+  const QString filter = qt_file_filter(r.filter);
+  QWidget* parent = QApplication::activeWindow();
+  const QString chosen = r.kind == FileDialogRequest::Kind::Open
+                             ? QFileDialog::getOpenFileName(parent, title, folder, filter)
+                             : QFileDialog::getSaveFileName(parent, title, folder, filter);
+  return std::filesystem::path(chosen.toStdString());
+}
+
+std::string QtDialogs::input_box(const std::string& prompt, const std::string& title,
+                                 const std::string& default_text) {
+  bool ok = false;
+  const QString text = QInputDialog::getText(
+      QApplication::activeWindow(), QString::fromStdString(title), QString::fromStdString(prompt),
+      QLineEdit::Normal, QString::fromStdString(default_text), &ok);
+  return ok ? text.toStdString() : std::string();
+}
+
+// --- clock and locale ----------------------------------------------------------------------
+
+DateTime QtClock::now() const {
+  const QDateTime t = QDateTime::currentDateTime();
+  return {t.date().year(), t.date().month(),  t.date().day(),
+          t.time().hour(), t.time().minute(), t.time().second()};
+}
+
+char QtLocale::decimal_separator() const {
+  const QString point = QLocale::system().decimalPoint();
+  return point.size() == 1 && point[0].unicode() < 128 ? static_cast<char>(point[0].unicode())
+                                                       : '.';
+}
+
+std::string QtLocale::short_date_pattern() const {
+  QString p = QLocale::system().dateFormat(QLocale::ShortFormat);
+  if (!p.contains("yyyy")) p.replace("yy", "yyyy");  // the full year, as file names show it
+  return p.toStdString();
+}
+
+std::string QtLocale::time_pattern() const {
+  QString p = QLocale::system().timeFormat(QLocale::LongFormat);
+  p.remove('t');  // no time zone
+  return p.trimmed().toStdString();
+}
+
+// --- windows -------------------------------------------------------------------------------
+
+void QtWindows::show(FormId form) {
+  QPointer<QWidget>& w = open_[form];
+  if (!w) {
+    auto factory = factories.find(form);
+    if (factory == factories.end()) return;
+    w = factory->second();
+    w->setAttribute(Qt::WA_DeleteOnClose);
+  }
+  w->show();
+  w->raise();
+  w->activateWindow();
+}
+
+void QtWindows::unload(FormId form) {
+  auto it = open_.find(form);
+  if (it == open_.end()) return;
+  QPointer<QWidget> w = it->second;
+  open_.erase(it);
+  if (w) w->close();
+}
+
+bool QtWindows::is_loaded(FormId form) const {
+  auto it = open_.find(form);
+  return it != open_.end() && it->second;
+}
+
+QWidget* QtWindows::widget(FormId form) const {
+  auto it = open_.find(form);
+  return it == open_.end() ? nullptr : it->second.data();
+}
+
+void QtWindows::end_program() {
+  if (on_end) on_end();
+}
+
+// --- serial stand-in -----------------------------------------------------------------------
+
+void NoSerialPorts::set_comm_port(int number) {
+  if (number < 1 || number > 255) throw SerialError("Invalid port number");
+  port_ = number;
+}
+
+void NoSerialPorts::set_port_open(bool open) {
+  if (open) throw SerialError("Device unavailable");
+}
+
+void NoSerialPorts::output(const std::string&) {
+  throw SerialError("Operation valid only when the port is open");
+}
+
+}  // namespace nerit::ui
