@@ -5,12 +5,14 @@
 #include <QAction>
 #include <QApplication>
 #include <QComboBox>
+#include <QDeadlineTimer>
 #include <QGroupBox>
 #include <QLabel>
 #include <QListWidget>
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QTest>
+#include <QThread>
 
 #include "shell/errors.h"
 #include "tests/support/fake_platform.h"
@@ -18,6 +20,18 @@
 
 namespace nerit::ui {
 namespace {
+
+// Lets the event loop run until the condition holds; false after the timeout.
+template <class Condition>
+bool wait_until(Condition condition, int timeout_ms = 3000) {
+  QDeadlineTimer deadline(timeout_ms);
+  while (!condition()) {
+    if (deadline.hasExpired()) return false;
+    QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
+    QThread::msleep(2);
+  }
+  return true;
+}
 
 class MainWindowTest : public ::testing::Test {
  protected:
@@ -143,6 +157,18 @@ TEST_F(MainWindowTest, ClosingTheWindowUnloadsEverythingAndEnds) {
   EXPECT_TRUE(dialogs.shown.size() == 1u);  // only the offline note, nothing asked on exit
 }
 
+TEST_F(MainWindowTest, ComingBackFromBasesettingsReloadsThePressureTable) {
+  w().menu.at("Basesettings")->trigger();
+  QWidget* form3 = app->windows().widget(FormId::Form3);
+  ASSERT_NE(form3, nullptr);
+  ASSERT_TRUE(wait_until([&] { return QGuiApplication::focusWindow() == form3->windowHandle(); }));
+  folder.write("Pressure.raw", {0x2A, 0x00, 0xFF, 0xFF});  // as the calibration would rewrite it
+  EXPECT_EQ(c().pressure_table[0], 0);
+  app->main_window().activateWindow();
+  EXPECT_TRUE(wait_until([&] { return c().pressure_table[0] == 42; }));
+  EXPECT_EQ(c().pressure_table[1], -1);
+}
+
 TEST(SplashTest, ShowsCentredAndClosesItself) {
   testing::TempFolder folder;
   testing::FakeDialogs dialogs;
@@ -157,7 +183,7 @@ TEST(SplashTest, ShowsCentredAndClosesItself) {
   EXPECT_NEAR(splash->geometry().center().x(), screen.center().x(), 2);
   EXPECT_NEAR(splash->geometry().center().y(), screen.center().y(), 2);
   EXPECT_TRUE(app.main_window().isVisible());
-  QTRY_VERIFY_WITH_TIMEOUT(!app.windows().is_loaded(FormId::Form4), 5000);
+  EXPECT_TRUE(wait_until([&] { return !app.windows().is_loaded(FormId::Form4); }, 5000));
 }
 
 }  // namespace
