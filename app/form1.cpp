@@ -3,8 +3,18 @@
 namespace nerit {
 
 Form1::Form1(Platform& p, std::filesystem::path program_folder)
-    : platform(p), shell(c, vars, p, std::move(program_folder)), panels(c) {
+    : platform(p),
+      shell(c, vars, p, std::move(program_folder)),
+      session(c, vars, link, p),
+      dispatcher(c, vars, link, p),
+      transfers(c, vars, link, p, session),
+      panels(c) {
+  c.Timer1.on_tick = [this] { session.Timer1_Timer(); };
+  c.Timer2.on_tick = [this] { session.Timer2_Timer(); };
+  c.Timer3.on_tick = [this] { session.Timer3_Timer(); };
+  c.Timer5.on_tick = [this] { session.Timer5_Timer(); };
   for (Timer* t : {&c.Timer1, &c.Timer2, &c.Timer3, &c.Timer4, &c.Timer5}) t->attach(&p.timers);
+  p.comm.on_comm = [this] { dispatcher.MSComm1_OnComm(); };
 }
 
 Program::Program(Platform& platform, std::filesystem::path program_folder)

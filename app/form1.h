@@ -3,6 +3,10 @@
 // program's parts contribute, wired to each other and to the platform.
 #include <filesystem>
 
+#include "link/link_state.h"
+#include "link/reply_dispatcher.h"
+#include "link/serial_session.h"
+#include "link/transfers.h"
 #include "live/panel_selector.h"
 #include "shell/form1_controls.h"
 #include "shell/form1_shell.h"
@@ -22,7 +26,12 @@ class Form1 {
   ProgramState vars;
   Form1Controls c;
 
+  LinkState link;
+
   Form1Shell shell;
+  SerialSession session;
+  ReplyDispatcher dispatcher;
+  Transfers transfers;
   PanelSelector panels;
 };
 

@@ -55,6 +55,13 @@ struct Form1Controls {
 
   // Link
   CommandButton Command1{"Connect"};
+  CommandButton Command12{"Read Data from Unit"};
+  CommandButton Command9{"Write Data to Unit"};
+  CommandButton Command15{"Update Settings"};
+  std::vector<CommandButton> Command4{CommandButton{"Write to EEProm"}};
+  CommandButton Command2{"Reload EEProm"};
+  CommandButton Command5{"Make Permanent"};
+  CommandButton Command11{"Command11"};
   std::array<Label, 3> Label4;  // link word, port, firmware
   ComboBox Combo2;              // debug port
   ListBox List1;                // log
@@ -81,8 +88,11 @@ struct Form1Controls {
   std::array<Frame, kPanelCount> Frame1;
   std::array<ScrollBar, 6> HScroll1;  // acceleration fuel
   std::array<Label, 6> Label8;        // their values
-  Label Label1{"Input:"};             // airflow input
-  ComboBox Combo3;                    // airflow input
+  CheckBox Check3{"Boostcontroll enabled"};
+  OptionButton OptionFrequency{"Karman Vortex"};  // airflow output as a frequency
+  OptionButton OptionAnalog{"Analog MAF / MAP"};  // airflow output as a voltage
+  Label Label1{"Input:"};                         // airflow input
+  ComboBox Combo3;                                // airflow input
   Label clamp_label{"Clamp / mV:"};
   TextBox Text1;  // airflow clamp, mV
 
@@ -98,6 +108,12 @@ struct Form1Controls {
   std::array<std::string, 3> boost_captions;       // units of the live boost row
   std::array<std::string, 3> tps_captions;         // units of the live TPS row
   int logging = 0;                                 // 1 while a data log records
+  std::array<std::int16_t, 17> load_points{};      // 1..16: load axis in controller units
+  int boost_display = 1;                           // live boost row: 1 kPa, 2 volts, 3 raw
+  double boost_enable = 0;
+  double boost_start = 0;  // raw sensor byte
+  double boost_set = 0;
+  std::array<double, 6> accel_param{};
 };
 
 }  // namespace nerit

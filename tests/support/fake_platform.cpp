@@ -124,10 +124,11 @@ std::string FakeSerialPort::device_name(int number) const {
   return present.count(number) ? "fake" + std::to_string(number) : std::string();
 }
 
-void FakeSerialPort::arrive_after(long long delay_ms, std::string bytes, int event) {
+void FakeSerialPort::arrive_after(long long delay_ms, std::string bytes, int event,
+                                  bool any_port) {
   const int target = port_;
-  clock_.schedule(delay_ms, [this, target, bytes = std::move(bytes), event] {
-    if (!open_ || port_ != target) return;
+  clock_.schedule(delay_ms, [this, target, bytes = std::move(bytes), event, any_port] {
+    if (!open_ || (!any_port && port_ != target)) return;
     if (event == kReceive) received_ += bytes;
     event_ = event;
     if (on_comm) run_handler(dialogs_, on_comm);

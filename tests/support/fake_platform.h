@@ -74,8 +74,10 @@ class FakeSerialPort : public SerialPort {
   int comm_event() const override { return event_; }
   std::string device_name(int number) const override;
 
-  // Schedules bytes to arrive on the port that is open when they are due (lost if none).
-  void arrive_after(long long delay_ms, std::string bytes, int event = kReceive);
+  // Schedules bytes to arrive on the port that is open now, when they are due (lost if that
+  // port is closed by then). With any_port they reach whichever port is open at that time.
+  void arrive_after(long long delay_ms, std::string bytes, int event = kReceive,
+                    bool any_port = false);
 
   std::set<int> present;
   std::vector<int> open_attempts;      // every port number an open was tried on

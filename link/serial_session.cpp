@@ -1,0 +1,210 @@
+#include "link/serial_session.h"
+
+#include "link/frames.h"
+#include "shell/errors.h"
+
+namespace nerit {
+
+namespace {
+
+constexpr int kReadOrder[] = {0x250, 0x240, 0x260, 0x270, 0x280, 0x290};
+
+}  // namespace
+
+void SerialSession::send_frame(const std::string& frame) {
+  for (char ch : frame) p_.comm.output(std::string(1, ch));
+}
+
+void SerialSession::wait_for_reply() {
+  link_.reply_done = 0;
+  while (link_.reply_done != 1) p_.pump.process_events();
+}
+
+void SerialSession::log(const std::string& text) {
+  c_.List1.add_item(p_.time_text() + text);
+}
+
+void SerialSession::show_offline(const char* word) {
+  c_.Label4[0].caption = word;
+  c_.Label4[0].back_color = kRed;
+}
+
+bool SerialSession::try_open(int port_number) {
+  // Each step is tried even when the one before failed; any failure skips the port.
+  bool ok = true;
+  try {
+    p_.comm.set_comm_port(port_number);
+  } catch (const ProgramError&) {
+    ok = false;
+  }
+  try {
+    p_.comm.set_settings(kLineSettings);
+  } catch (const ProgramError&) {
+    ok = false;
+  }
+  try {
+    p_.comm.set_port_open(true);
+  } catch (const ProgramError&) {
+    ok = false;
+  }
+  return ok;
+}
+
+void SerialSession::wait_for_connect() {
+  c_.Timer2.set_enabled(true);
+  link_.connect_timeout = 0;
+  while (link_.connect_timeout != 1 && vars_.connected != 1) p_.pump.process_events();
+}
+
+void SerialSession::Command1_Click() {
+  if (vars_.debugmode == 1) {
+    p_.comm.set_port_open(false);
+    show_offline("offline");
+    c_.Label4[1].caption = "Connection";
+    c_.Label4[2].caption = "Closed";
+    vars_.connected = 0;
+    vars_.debugmode = 0;
+  }
+  if (vars_.connected == 1) {
+    p_.comm.set_port_open(false);
+    show_offline("offline");
+    c_.Label4[1].caption = "Connection";
+    c_.Label4[2].caption = "Closed";
+    vars_.connected = 0;
+    c_.Combo2.enabled = true;
+    return;
+  }
+  for (int round = 1; round <= 2 && vars_.connected != 1; ++round) {
+    for (vars_.port = 1; vars_.port <= 25; ++vars_.port) {
+      if (try_open(vars_.port)) {
+        send_frame(connect_frame());
+        wait_for_connect();
+      }
+      if (vars_.connected == 1) break;
+      p_.comm.set_port_open(false);
+    }
+  }
+  if (vars_.connected != 1) {
+    c_.Combo2.enabled = true;
+    show_offline("offline");
+    p_.dialogs.message_box("Verbindung fehlgeschlagen!", MsgButtons::Ok, MsgIcon::Critical,
+                           "Error");
+    p_.comm.set_port_open(false);
+    return;
+  }
+  c_.Label4[0].caption = "online";
+  c_.Label4[0].back_color = kGreen;
+  c_.Label4[1].caption = "Port: " + std::to_string(vars_.port);
+  c_.Check1.enabled = true;
+  c_.Combo2.select(-1);
+  c_.Combo2.enabled = false;
+  if (p_.dialogs.message_box("Verbunden, Daten vom Controller laden?", MsgButtons::YesNo,
+                             MsgIcon::None, "Online") == MsgAnswer::Yes)
+    Command12_Click();
+}
+
+void SerialSession::autoconnect2() {
+  // A port that opened without answering stays open, so the ports after it cannot be
+  // selected any more; the routine has always behaved this way.
+  for (vars_.port = 1; vars_.port <= 255; ++vars_.port) {
+    if (try_open(vars_.port)) {
+      send_frame(short_connect_frame());
+      wait_for_connect();
+    }
+    if (vars_.connected == 1) break;
+  }
+  if (vars_.connected == 1) {
+    c_.Label4[0].caption = "online";
+    c_.Label4[0].back_color = kGreen;
+    c_.Label4[1].caption = "Port: " + std::to_string(vars_.port);
+    c_.Check1.enabled = true;
+  } else {
+    show_offline("offline");
+  }
+}
+
+void SerialSession::Combo2_Click() {
+  const int index = c_.Combo2.list_index;
+  if (index >= 1) {
+    p_.comm.set_comm_port(index);
+    p_.comm.set_port_open(true);
+    vars_.debugmode = 1;
+    c_.Label4[0].caption = "Debug";
+    c_.Label4[0].back_color = kYellow;
+  } else if (index == 0) {
+    p_.comm.set_port_open(false);
+    vars_.debugmode = 0;
+    show_offline("Offline");
+  }
+}
+
+void SerialSession::send_sram_read(int address) {
+  if (vars_.connected == 0) return;
+  send_frame(address_frame(kCmdSramRead, address));
+}
+
+void SerialSession::send_block_request(int address) {
+  if (vars_.connected == 0) return;
+  send_frame(address_frame(kCmdBlockRequest, address));
+}
+
+void SerialSession::Command12_Click() {
+  // Offline nothing would answer, and the wait below has no end of its own.
+  if (vars_.connected == 0) return;
+  c_.Timer5.set_enabled(true);
+  c_.Command12.back_color = kYellow;
+  auto request = [this](int address) {
+    send_sram_read(address);
+    wait_for_reply();
+  };
+  for (int address : kReadOrder) request(address);
+  for (int i = 0; i <= 240; i += 16) request(0x2A0 + i);
+  for (int i = 0; i <= 496; i += 16) request(0x3A0 + i);
+  c_.Command12.back_color = kButtonFace;
+  c_.Timer5.set_enabled(false);
+}
+
+void SerialSession::Lesen_Click() {
+  if (vars_.connected == 0) return;
+  for (int address : {0x10, 0x20, 0x30, 0x50, 0x60, 0x70, 0x80, 0x90, 0xA0}) {
+    send_block_request(address);
+    wait_for_reply();
+  }
+}
+
+void SerialSession::firmwareupdate_Click() {
+  if (vars_.connected == 1) {
+    vars_.comport = p_.comm.comm_port();
+    p_.comm.set_port_open(false);
+    show_offline("offline");
+    c_.Label4[1].caption = "Connection";
+    c_.Label4[2].caption = "Closed";
+    vars_.connected = 0;
+  }
+  p_.windows.show(FormId::Form2);
+}
+
+void SerialSession::List1_Click() {
+  c_.List1.clear();
+}
+
+void SerialSession::Timer1_Timer() {
+  send_frame(stream_frame(0));
+}
+
+void SerialSession::Timer2_Timer() {
+  link_.connect_timeout = 1;
+  c_.Timer2.set_enabled(false);
+}
+
+void SerialSession::Timer3_Timer() {
+  link_.reply_done = 1;
+  c_.Timer3.set_enabled(false);
+}
+
+void SerialSession::Timer5_Timer() {
+  log(" -> Communication Timeout");
+  Command12_Click();
+}
+
+}  // namespace nerit

@@ -1,0 +1,150 @@
+#include "link/transfers.h"
+
+#include "link/cell_codec.h"
+#include "link/frames.h"
+#include "link/settings_blocks.h"
+#include "shell/numbers.h"
+
+namespace nerit {
+
+namespace {
+
+// Paints a button for the length of a transfer; a failed transfer does not leave it painted.
+class Painted {
+ public:
+  Painted(CommandButton& button, Color color) : button_(button) { button_.back_color = color; }
+  ~Painted() { button_.back_color = kButtonFace; }
+  Painted(const Painted&) = delete;
+  Painted& operator=(const Painted&) = delete;
+
+ private:
+  CommandButton& button_;
+};
+
+FrameData axis_block(const std::array<std::int16_t, 17>& points, int first, int count) {
+  FrameData d{};
+  for (int k = 0; k < count; ++k) {
+    const auto w = word_bytes(points[static_cast<std::size_t>(first + k)]);
+    d[static_cast<std::size_t>(2 * k)] = w[0];
+    d[static_cast<std::size_t>(2 * k + 1)] = w[1];
+  }
+  return d;
+}
+
+}  // namespace
+
+bool Transfers::load_type_chosen() {
+  if (c_.Combo1.list_index != -1) return true;
+  p_.dialogs.message_box(kNoLoadType, MsgButtons::Ok, MsgIcon::Information, "Fehler");
+  return false;
+}
+
+void Transfers::write_block(int address, const FrameData& data) {
+  link_.write_addr = address;
+  session_.send_frame(address_frame(kCmdSramWrite, address, data));
+  session_.wait_for_reply();
+}
+
+void Transfers::write_settings() {
+  write_block(0x240, settings_block_a(c_, vars_));
+  write_block(0x250, settings_block_b(c_, vars_));
+}
+
+void Transfers::write_axes() {
+  write_block(0x260, axis_block(c_.load_points, 1, 8));
+  write_block(0x270, axis_block(c_.load_points, 9, 8));
+  for (int first : {1, 9}) {
+    FrameData d{};
+    for (int k = 0; k < 8; ++k) {
+      // Speed periods go as their low 16 bits.
+      const std::int32_t period = c_.rpm_points[static_cast<std::size_t>(first + k)];
+      d[static_cast<std::size_t>(2 * k)] = static_cast<std::uint8_t>(period & 255);
+      d[static_cast<std::size_t>(2 * k + 1)] = static_cast<std::uint8_t>((period >> 8) & 255);
+    }
+    write_block(first == 1 ? 0x280 : 0x290, d);
+  }
+}
+
+void Transfers::write_maps() {
+  for (int r = 1; r <= 16; ++r) {
+    FrameData d{};
+    for (int col = 1; col <= 16; ++col)
+      d[static_cast<std::size_t>(col - 1)] = correction_byte(val(c_.MSFlexGrid2.text(r, col)));
+    write_block(0x2A0 + 16 * (r - 1), d);
+  }
+  for (int r = 1; r <= 16; ++r) {
+    for (int half = 0; half < 2; ++half) {
+      FrameData d{};
+      for (int j = 0; j < 8; ++j) {
+        const auto bytes =
+            airflow_bytes(val(c_.MSFlexGrid3.text(r, 8 * half + j + 1)), vars_.airflowtype);
+        d[static_cast<std::size_t>(2 * j)] = bytes[0];
+        d[static_cast<std::size_t>(2 * j + 1)] = bytes[1];
+      }
+      write_block(0x3A0 + 32 * (r - 1) + 16 * half, d);
+    }
+  }
+}
+
+void Transfers::Command9_Click() {
+  if (!load_type_chosen() || vars_.connected == 0) return;
+  Painted busy(c_.Command9, kYellow);
+  write_settings();
+  write_axes();
+  write_maps();
+}
+
+void Transfers::Command15_Click() {
+  if (!load_type_chosen() || vars_.connected == 0) return;
+  Painted busy(c_.Command15, kYellow);
+  write_settings();
+}
+
+void Transfers::Command4_Click(int index) {
+  if (!load_type_chosen() || vars_.connected == 0) return;
+  {
+    Painted busy(c_.Command4.at(static_cast<std::size_t>(index)), kRed);
+    auto eeprom_write = [this](int address, const FrameData& data) {
+      link_.write_addr = address;
+      session_.send_frame(address_frame(kCmdEepromWrite, address, data));
+      session_.wait_for_reply();
+    };
+    // Map first, then the load axis, the settings last: the controller relies on this order.
+    Grid& g = c_.MSFlexGrid2;
+    for (int frame = 0; frame < 6; ++frame) {
+      FrameData d{};
+      for (int k = 0; k < 2; ++k) {
+        for (int col = 1; col <= 8; ++col) {
+          g.set_current(2 * frame + k + 1, col);
+          d[static_cast<std::size_t>(8 * k + col - 1)] = correction_byte(val(g.text(g.row, g.col)));
+        }
+      }
+      eeprom_write(0x50 + 0x10 * frame, d);
+    }
+    eeprom_write(0x20, axis_block(c_.load_points, 1, 8));
+    eeprom_write(0x30, axis_block(c_.load_points, 9, 4));
+    FrameData a = settings_block_a(c_, vars_);
+    a[15] = 0;
+    eeprom_write(0x10, a);
+  }
+  Command2_Click();
+}
+
+void Transfers::Command2_Click() {
+  if (vars_.connected == 0) return;
+  session_.send_frame(command_frame(kCmdReloadEeprom, 0, 0));
+}
+
+void Transfers::Command5_Click() {
+  if (vars_.connected != 1) return;
+  // Stays red until the controller confirms (its text reply with byte 3 = 1).
+  c_.Command5.back_color = kRed;
+  session_.send_frame(command_frame(kCmdMakePermanent, 0, 0));
+}
+
+void Transfers::Schreiben_Click() {
+  Command4_Click(0);
+  Command2_Click();
+}
+
+}  // namespace nerit

@@ -1,0 +1,43 @@
+#pragma once
+// Bulk transfers to the controller: everything into working memory, the settings only, the
+// reduced EEPROM image, reloading it and making the working memory permanent. Each frame is
+// acknowledged before the next one goes.
+#include "link/frames.h"
+#include "link/link_state.h"
+#include "link/serial_session.h"
+#include "shell/form1_controls.h"
+#include "shell/platform.h"
+#include "shell/program_state.h"
+
+namespace nerit {
+
+class Transfers {
+ public:
+  Transfers(Form1Controls& c, ProgramState& vars, LinkState& link, Platform& platform,
+            SerialSession& session)
+      : c_(c), vars_(vars), link_(link), p_(platform), session_(session) {}
+
+  void Command9_Click();           // Write Data to Unit
+  void Command15_Click();          // Update Settings
+  void Command4_Click(int index);  // Write to EEProm
+  void Command2_Click();           // Reload EEProm
+  void Command5_Click();           // Make Permanent
+  void Schreiben_Click();          // menu Write Data: EEPROM write, then reload
+
+  static constexpr const char* kNoLoadType = "Keine Lastgröße gewählt!";
+
+ private:
+  bool load_type_chosen();
+  void write_block(int address, const FrameData& data);
+  void write_settings();
+  void write_axes();
+  void write_maps();
+
+  Form1Controls& c_;
+  ProgramState& vars_;
+  LinkState& link_;
+  Platform& p_;
+  SerialSession& session_;
+};
+
+}  // namespace nerit
