@@ -204,6 +204,12 @@ void ReplyDispatcher::show_live_values(const LiveRow& row, double analog_volts,
 void ReplyDispatcher::sram_reply() {
   const int address = b(2) * 256 + b(3);
   log(" -> Read SRam @ 0x" + hex_text(address));
+  // The block is answered even when it cannot be shown, so a read goes on to the next block
+  // instead of repeating this one forever.
+  struct Answered {
+    int& flag;
+    ~Answered() { flag = 1; }
+  } answered{link_.reply_done};
 
   if (address == 0x240) {
     settings_block_1();
@@ -220,7 +226,9 @@ void ReplyDispatcher::sram_reply() {
       c_.rpm_points[static_cast<std::size_t>(first + k)] = b(5 + 2 * k) * 256 + b(4 + 2 * k);
     for (int k = 0; k < 8; ++k) {
       const int col = first + k;
-      const double rpm = divide(vars_.rpmfaktor, c_.rpm_points[static_cast<std::size_t>(col)]);
+      const int period = c_.rpm_points[static_cast<std::size_t>(col)];
+      if (period == 0) continue;  // an unset point has no speed to show
+      const double rpm = vars_.rpmfaktor / period;
       const std::string heading = number_text(round_half_even(rpm / 100) * 100);
       c_.MSFlexGrid2.set_text(0, col, heading);
       c_.MSFlexGrid3.set_text(0, col, heading);
@@ -238,7 +246,6 @@ void ReplyDispatcher::sram_reply() {
           airflow_cell_text(static_cast<std::uint8_t>(b(4 + 2 * j)),
                             static_cast<std::uint8_t>(b(5 + 2 * j)), vars_.airflowtype));
   }
-  link_.reply_done = 1;
 }
 
 void ReplyDispatcher::settings_block_1() {

@@ -30,6 +30,7 @@ void Form1Shell::Form_Load() {
   for (int i = 0; i < 6; ++i) {
     c_.HScroll1[i].value = kAccelStart[i];
     c_.Label8[i].caption = std::to_string(kAccelStart[i]);
+    c_.accel_param[i] = kAccelStart[i];
   }
 
   for (auto& frame : c_.Frame1) frame.visible = false;

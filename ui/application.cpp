@@ -16,6 +16,8 @@ namespace nerit::ui {
 Application::Application(Options options)
     : options_(std::move(options)),
       timers_([this](const std::function<void()>& h) { run(h); }),
+      comm_(PortNumbering(options_.ports, options_.simulator_device),
+            [this](const std::function<void()>& h) { run(h); }),
       platform_{comm_,   timers_,
                 pump_,   options_.dialogs ? *options_.dialogs : static_cast<Dialogs&>(qt_dialogs_),
                 clock_,  locale_,
@@ -25,6 +27,9 @@ Application::Application(Options options)
                                        [this](const std::function<void()>& h) { run(h); });
   main_->on_close = [this] { run([this] { program_->form1.shell.Form_Unload(); }); };
   pump_.before_wait = [this] { refresh(); };
+  comm_.on_problem = [this](const std::string& text) {
+    run([this, text] { program_->form1.c.List1.add_item(platform_.time_text() + " -> " + text); });
+  };
 
   windows_.factories[FormId::Form4] = [this] {
     const Form4& f = program_->form4;

@@ -9,6 +9,7 @@
 #include "app/form1.h"
 #include "ui/main_window.h"
 #include "ui/qt_platform.h"
+#include "ui/qt_serial_port.h"
 
 class QWindow;
 
@@ -19,7 +20,9 @@ class Application : public QObject {
   struct Options {
     std::filesystem::path program_folder;
     bool show_splash = true;
-    Dialogs* dialogs = nullptr;  // tests record dialogs instead of showing them
+    Dialogs* dialogs = nullptr;      // tests record dialogs instead of showing them
+    std::vector<std::string> ports;  // --port devices, numbered first
+    std::string simulator_device;    // the virtual controller's device, numbered next
   };
 
   explicit Application(Options options);
@@ -47,7 +50,7 @@ class Application : public QObject {
   QtClock clock_;
   QtLocale locale_;
   QtWindows windows_;
-  NoSerialPorts comm_;
+  QtSerialPort comm_;
   Platform platform_;
   std::unique_ptr<Program> program_;
   std::unique_ptr<MainWindow> main_;

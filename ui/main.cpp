@@ -52,6 +52,7 @@ int main(int argc, char** argv) {
   nerit::ui::Application::Options options;
   options.program_folder = data_folder(args);
   options.show_splash = !args.isSet("no-splash");
+  for (const QString& device : args.values("port")) options.ports.push_back(device.toStdString());
   nerit::ui::Application program(options);
   program.start();
   return app.exec();

@@ -44,7 +44,7 @@ MainWindow::MainWindow(Form1& form, HandlerRunner run, QWidget* parent)
   w_.List1 = new QListWidget(log_box);
   w_.List1->setToolTip("Click to clear the log");
   log_layout->addWidget(w_.List1);
-  bind_.list(w_.List1, f_.c.List1);
+  bind_.list(w_.List1, f_.c.List1, [this] { f_.session.List1_Click(); });
   lower_layout->addWidget(log_box, 1);
 
   auto* split = new QSplitter(Qt::Vertical, central);
@@ -95,11 +95,11 @@ void MainWindow::build_menus() {
   add_menu_item(datei, m.speichern);
 
   QMenu* controller = top(m.controller);
-  add_menu_item(controller, m.autoconnect);
-  add_menu_item(controller, m.Lesen);
-  add_menu_item(controller, m.Schreiben);
+  add_menu_item(controller, m.autoconnect, [this] { f_.session.Command1_Click(); });
+  add_menu_item(controller, m.Lesen, [this] { f_.session.Lesen_Click(); });
+  add_menu_item(controller, m.Schreiben, [this] { f_.transfers.Schreiben_Click(); });
   controller->addSeparator();
-  add_menu_item(controller, m.firmwareupdate);
+  add_menu_item(controller, m.firmwareupdate, [this] { f_.session.firmwareupdate_Click(); });
 
   QMenu* setup = top(m.setup);
   add_menu_item(setup, m.Grundeinstellungen, [this] { f_.shell.Grundeinstellungen_Click(); });
@@ -123,7 +123,7 @@ QWidget* MainWindow::build_link_bar() {
 
   w_.Command1 = new QPushButton(bar);
   w_.Command1->setMinimumWidth(110);
-  bind_.button(w_.Command1, f_.c.Command1);
+  bind_.button(w_.Command1, f_.c.Command1, [this] { f_.session.Command1_Click(); });
   row->addWidget(w_.Command1);
 
   const int widths[3] = {80, 110, 200};
@@ -135,14 +135,52 @@ QWidget* MainWindow::build_link_bar() {
   w_.Label4[0]->setToolTip("Link");
   w_.Label4[1]->setToolTip("Port");
   w_.Label4[2]->setToolTip("Firmware");
+  row->addSpacing(12);
+
+  struct Action {
+    CommandButton* model;
+    std::function<void()> click;
+    QPushButton** widget;
+  };
+  const Action actions[] = {
+      {&f_.c.Command12, [this] { f_.session.Command12_Click(); }, &w_.Command12},
+      {&f_.c.Command9, [this] { f_.transfers.Command9_Click(); }, &w_.Command9},
+      {&f_.c.Command15, [this] { f_.transfers.Command15_Click(); }, &w_.Command15},
+      {&f_.c.Command4[0], [this] { f_.transfers.Command4_Click(0); }, &w_.Command4},
+      {&f_.c.Command2, [this] { f_.transfers.Command2_Click(); }, &w_.Command2},
+      {&f_.c.Command5, [this] { f_.transfers.Command5_Click(); }, &w_.Command5},
+  };
+  for (const Action& a : actions) {
+    *a.widget = new QPushButton(bar);
+    bind_.button(*a.widget, *a.model, a.click);
+    row->addWidget(*a.widget);
+  }
   row->addStretch(1);
 
   row->addWidget(new QLabel("Debugport:", bar));
   w_.Combo2 = new QComboBox(bar);
   w_.Combo2->setMinimumWidth(170);
   w_.Combo2->setMaxVisibleItems(12);
-  bind_.combo(w_.Combo2, f_.c.Combo2);
+  bind_.combo(w_.Combo2, f_.c.Combo2, [this] { f_.session.Combo2_Click(); });
   row->addWidget(w_.Combo2);
+
+  // Which device a port number means.
+  bind_.custom([this] {
+    const SerialPort& comm = f_.platform.comm;
+    auto device_text = [&comm](int n) {
+      const std::string device = comm.device_name(n);
+      return QString::fromStdString(device.empty() ? "no device" : device);
+    };
+    QString port_tip = "Port";
+    if (f_.c.Label4[1].caption.starts_with("Port: "))
+      port_tip = QString("Port %1: %2").arg(comm.comm_port()).arg(device_text(comm.comm_port()));
+    if (w_.Label4[1]->toolTip() != port_tip) w_.Label4[1]->setToolTip(port_tip);
+    for (int n = 1; n < w_.Combo2->count(); ++n) {
+      const QString tip = device_text(n);
+      if (w_.Combo2->itemData(n, Qt::ToolTipRole).toString() != tip)
+        w_.Combo2->setItemData(n, tip, Qt::ToolTipRole);
+    }
+  });
   return bar;
 }
 

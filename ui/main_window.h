@@ -25,6 +25,12 @@ class MainWindow : public QMainWindow {
   // For tests and screenshots.
   struct Widgets {
     QPushButton* Command1 = nullptr;
+    QPushButton* Command12 = nullptr;
+    QPushButton* Command9 = nullptr;
+    QPushButton* Command15 = nullptr;
+    QPushButton* Command4 = nullptr;
+    QPushButton* Command2 = nullptr;
+    QPushButton* Command5 = nullptr;
     std::array<QLabel*, 3> Label4{};
     QComboBox* Combo1 = nullptr;
     QComboBox* Combo2 = nullptr;

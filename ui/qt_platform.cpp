@@ -212,19 +212,4 @@ void QtWindows::end_program() {
   if (on_end) on_end();
 }
 
-// --- serial stand-in -----------------------------------------------------------------------
-
-void NoSerialPorts::set_comm_port(int number) {
-  if (number < 1 || number > 255) throw SerialError("Invalid port number");
-  port_ = number;
-}
-
-void NoSerialPorts::set_port_open(bool open) {
-  if (open) throw SerialError("Device unavailable");
-}
-
-void NoSerialPorts::output(const std::string&) {
-  throw SerialError("Operation valid only when the port is open");
-}
-
 }  // namespace nerit::ui

@@ -77,23 +77,4 @@ class QtWindows : public WindowHost {
   std::map<FormId, QPointer<QWidget>> open_;
 };
 
-// Stands in for the serial ports until the port layer is attached: nothing opens.
-class NoSerialPorts : public SerialPort {
- public:
-  void set_comm_port(int number) override;
-  int comm_port() const override { return port_; }
-  void set_settings(const std::string& s) override { settings_ = s; }
-  const std::string& settings() const override { return settings_; }
-  void set_port_open(bool open) override;
-  bool port_open() const override { return false; }
-  void output(const std::string& chars) override;
-  std::string input() override { return {}; }
-  int comm_event() const override { return 0; }
-  std::string device_name(int) const override { return {}; }
-
- private:
-  int port_ = 1;
-  std::string settings_ = "9600,N,8,1";
-};
-
 }  // namespace nerit::ui

@@ -124,8 +124,7 @@ std::string FakeSerialPort::device_name(int number) const {
   return present.count(number) ? "fake" + std::to_string(number) : std::string();
 }
 
-void FakeSerialPort::arrive_after(long long delay_ms, std::string bytes, int event,
-                                  bool any_port) {
+void FakeSerialPort::arrive_after(long long delay_ms, std::string bytes, int event, bool any_port) {
   const int target = port_;
   clock_.schedule(delay_ms, [this, target, bytes = std::move(bytes), event, any_port] {
     if (!open_ || (!any_port && port_ != target)) return;

@@ -73,6 +73,7 @@ class FakeSerialPort : public SerialPort {
   std::string input() override;
   int comm_event() const override { return event_; }
   std::string device_name(int number) const override;
+  VirtualClock& clock() { return clock_; }
 
   // Schedules bytes to arrive on the port that is open now, when they are due (lost if that
   // port is closed by then). With any_port they reach whichever port is open at that time.

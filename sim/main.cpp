@@ -1,0 +1,64 @@
+// nerit-sim: a virtual Nerit controller on a pseudo-terminal.
+#include <csignal>
+#include <cstdio>
+#include <string>
+#include <vector>
+
+#include "sim/cli_options.h"
+#include "sim/pty_server.h"
+
+namespace {
+
+volatile std::sig_atomic_t g_stop = 0;
+
+void on_signal(int) {
+  g_stop = 1;
+}
+
+void install_handlers() {
+  struct sigaction sa {};
+  sa.sa_handler = on_signal;
+  sigemptyset(&sa.sa_mask);
+  sa.sa_flags = 0;  // no restart: poll() returns at once
+  sigaction(SIGINT, &sa, nullptr);
+  sigaction(SIGTERM, &sa, nullptr);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  using namespace nerit::sim;
+  std::string error;
+  const auto cl = parse_command_line(std::vector<std::string>(argv + 1, argv + argc), error);
+  if (!cl) {
+    std::fprintf(stderr, "nerit-sim: %s\n%s", error.c_str(), usage_text().c_str());
+    return 2;
+  }
+  if (cl->help) {
+    std::fputs(usage_text().c_str(), stdout);
+    return 0;
+  }
+  PtyServer server(cl->options);
+  if (!server.controller().state_error().empty()) {
+    std::fprintf(stderr, "nerit-sim: %s; starting from the default tune\n",
+                 server.controller().state_error().c_str());
+  }
+  if (!server.open()) {
+    std::fprintf(stderr, "nerit-sim: %s\n", server.error().c_str());
+    return 1;
+  }
+  install_handlers();
+  std::printf("%s\n", server.slave_path().c_str());
+  std::fflush(stdout);
+
+  std::string reported_error;
+  while (!g_stop && server.pump(100)) {
+    const std::string& state_error = server.controller().state_error();
+    if (state_error != reported_error) {
+      reported_error = state_error;
+      if (!state_error.empty()) std::fprintf(stderr, "nerit-sim: %s\n", state_error.c_str());
+    }
+  }
+  if (server.controller().vanished()) std::fprintf(stderr, "nerit-sim: line closed\n");
+  return 0;
+}

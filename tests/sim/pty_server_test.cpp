@@ -1,0 +1,90 @@
+// The controller on a real pseudo-terminal, spoken to through the slave like a serial port.
+#include <fcntl.h>
+#include <termios.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include "sim/pty_server.h"
+#include "tests/sim/sim_test_support.h"
+
+namespace nerit::sim {
+namespace {
+
+class SimPty : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    if (!server_.open()) GTEST_SKIP() << "no pseudo-terminal: " << server_.error();
+    port_ = ::open(server_.slave_path().c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK);
+    ASSERT_GE(port_, 0);
+    termios tio{};
+    ASSERT_EQ(tcgetattr(port_, &tio), 0);
+    cfmakeraw(&tio);
+    ASSERT_EQ(tcsetattr(port_, TCSANOW, &tio), 0);
+  }
+  void TearDown() override {
+    if (port_ >= 0) ::close(port_);
+  }
+
+  // Pumps the server and reads the port until `count` bytes came or two seconds passed.
+  std::string read_port(std::size_t count) {
+    std::string got;
+    const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(2);
+    while (got.size() < count && std::chrono::steady_clock::now() < deadline) {
+      server_.pump(5);
+      char buf[256];
+      const ssize_t n = ::read(port_, buf, sizeof buf);
+      if (n > 0) got.append(buf, static_cast<std::size_t>(n));
+    }
+    return got;
+  }
+
+  static Options paced() {
+    Options o;
+    o.paced = true;
+    return o;
+  }
+
+  PtyServer server_{paced()};
+  int port_ = -1;
+};
+
+TEST_F(SimPty, AnswersTheConnectFrameOnTheSlave) {
+  EXPECT_EQ(server_.slave_path().rfind("/dev/pts/", 0), 0u);
+  for (char c : test::short_connect()) ASSERT_EQ(::write(port_, &c, 1), 1);
+  EXPECT_EQ(read_port(22), test::bytes({0x55, 0xFD, 0, 0}) + "Nerit SIM V1.00 \r\n");
+  EXPECT_EQ(server_.controller().frames_received().size(), 1u);
+}
+
+TEST_F(SimPty, KeepsServingWhenTheProgramReopensThePort) {
+  ::close(port_);
+  server_.pump(5);
+  port_ = ::open(server_.slave_path().c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK);
+  ASSERT_GE(port_, 0);
+  const std::string frame = test::command(0x0C, 0x0240);
+  ASSERT_EQ(::write(port_, frame.data(), frame.size()), static_cast<ssize_t>(frame.size()));
+  const std::string reply = read_port(22);
+  ASSERT_EQ(reply.size(), 22u);
+  EXPECT_EQ(reply.substr(0, 4), test::bytes({0x55, 0x0C, 0x02, 0x40}));
+  EXPECT_TRUE(server_.is_open());
+}
+
+TEST(SimPtyVanish, PumpStopsOnceTheLineIsGone) {
+  Options o;
+  o.faults.vanish_at_ms = 30;
+  PtyServer server(o);
+  if (!server.open()) GTEST_SKIP() << server.error();
+  const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(2);
+  while (server.pump(10) && std::chrono::steady_clock::now() < deadline) {
+  }
+  EXPECT_FALSE(server.is_open());
+  EXPECT_EQ(server.master_fd(), -1);
+  EXPECT_TRUE(server.controller().vanished());
+  EXPECT_GE(server.now_ms(), 30);
+}
+
+}  // namespace
+}  // namespace nerit::sim

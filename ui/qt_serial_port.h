@@ -1,0 +1,70 @@
+#pragma once
+// The main window's serial port on QSerialPort.
+//
+// Every readyRead reaches on_comm with the receive event (2). The overrun (1006) and receive
+// buffer overflow (1008) events never occur here: Qt 6 does not report overrun or framing
+// errors, and the read buffer is unlimited.
+#include <QObject>
+#include <QSerialPort>
+#include <cstdint>
+#include <optional>
+#include <string>
+
+#include "shell/platform.h"
+#include "ui/port_numbering.h"
+#include "ui/qt_platform.h"
+
+namespace nerit::ui {
+
+// "19200,N,8,1": speed, parity (N, E, O, M, S), data bits (5 to 8), stop bits (1, 1.5, 2).
+struct LineSettings {
+  qint32 baud = 9600;
+  QSerialPort::Parity parity = QSerialPort::NoParity;
+  QSerialPort::DataBits data_bits = QSerialPort::Data8;
+  QSerialPort::StopBits stop_bits = QSerialPort::OneStop;
+};
+
+// Empty when the text is not a valid settings string.
+std::optional<LineSettings> parse_line_settings(const std::string& text);
+
+class QtSerialPort : public QObject, public SerialPort {
+ public:
+  // `run` runs the arrival notifications, so that they pass the program's fault boundary.
+  QtSerialPort(PortNumbering ports, HandlerRunner run, QObject* parent = nullptr);
+  ~QtSerialPort() override;
+
+  void set_comm_port(int number) override;
+  int comm_port() const override { return number_; }
+  void set_settings(const std::string& settings) override;
+  const std::string& settings() const override { return settings_; }
+  void set_port_open(bool open) override;
+  bool port_open() const override { return port_.isOpen(); }
+  void output(const std::string& chars) override;
+  std::string input() override;
+  int comm_event() const override { return event_; }
+  std::string device_name(int number) const override { return ports_.device_name(number); }
+
+  // Told when the port has closed by itself (device removed, read or write failure), with a
+  // sentence for the log.
+  std::function<void(const std::string&)> on_problem;
+
+ private:
+  void received();
+  void failed(QSerialPort::SerialPortError error);
+  bool apply(const LineSettings& line);
+  void close_port();
+
+  QSerialPort port_;
+  PortNumbering ports_;
+  HandlerRunner run_;
+  int number_ = 1;
+  std::string settings_ = "9600,N,8,1";
+  LineSettings line_;
+  int event_ = 0;
+  std::string open_device_;
+  std::uint64_t consumed_ = 0;  // bytes handed out by input() since opening
+  int session_ = 0;             // counts opens and closes, to drop stale deferred closes
+  bool close_pending_ = false;
+};
+
+}  // namespace nerit::ui
