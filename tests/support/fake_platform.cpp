@@ -134,6 +134,15 @@ void FakeSerialPort::arrive_after(long long delay_ms, std::string bytes, int eve
   });
 }
 
+void FakeSerialPort::arrive_on(int port_number, long long delay_ms, std::string bytes) {
+  clock_.schedule(delay_ms, [this, port_number, bytes = std::move(bytes)] {
+    if (!open_ || port_ != port_number) return;
+    received_ += bytes;
+    event_ = kReceive;
+    if (on_comm) run_handler(dialogs_, on_comm);
+  });
+}
+
 // --- pump, clock, windows ------------------------------------------------------------------
 
 void FakePump::process_events() {

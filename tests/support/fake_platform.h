@@ -80,6 +80,9 @@ class FakeSerialPort : public SerialPort {
   void arrive_after(long long delay_ms, std::string bytes, int event = kReceive,
                     bool any_port = false);
 
+  // Bytes arriving on one port number: lost unless that port is open when they are due.
+  void arrive_on(int port_number, long long delay_ms, std::string bytes);
+
   std::set<int> present;
   std::vector<int> open_attempts;      // every port number an open was tried on
   std::vector<int> opened;             // every port number that opened

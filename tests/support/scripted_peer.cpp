@@ -1,30 +1,21 @@
 #include "tests/support/scripted_peer.h"
 
+#include "tests/support/reply_frames.h"
+
 namespace nerit::testing {
 
 std::string reply_frame(std::uint8_t type, const std::vector<std::uint8_t>& data) {
-  std::string f(22, '\0');
-  f[0] = 0x55;
-  f[1] = static_cast<char>(type);
-  for (std::size_t i = 0; i < data.size() && i < 18; ++i) f[2 + i] = static_cast<char>(data[i]);
-  f[20] = '\r';
-  f[21] = '\n';
+  ReplyFrame f(type);
+  for (std::size_t i = 0; i < data.size() && i < 18; ++i) f.byte(static_cast<int>(2 + i), data[i]);
   return f;
 }
 
 std::string text_reply(const std::string& text, std::uint8_t flag) {
-  std::vector<std::uint8_t> data(18, 0);
-  data[1] = flag;
-  for (std::size_t i = 0; i < text.size() && i < 16; ++i)
-    data[2 + i] = static_cast<std::uint8_t>(text[i]);
-  return reply_frame(0x00, data);
+  return ReplyFrame(0x00).byte(3, flag).text(text);
 }
 
 std::string firmware_reply(const std::string& text16) {
-  std::vector<std::uint8_t> data(18, 0);
-  for (std::size_t i = 0; i < text16.size() && i < 16; ++i)
-    data[2 + i] = static_cast<std::uint8_t>(text16[i]);
-  return reply_frame(0xFD, data);
+  return ReplyFrame(0xFD).text(text16);
 }
 
 ScriptedPeer::ScriptedPeer(FakeSerialPort& port) : port_(port) {

@@ -1,0 +1,261 @@
+// Bulk transfers: the exact frames, their order, one acknowledged frame at a time, the
+// button colours, the guards, and a failed cell that leaves no half frame on the wire.
+#include <gtest/gtest.h>
+
+#include "link/cell_codec.h"
+#include "link/settings_blocks.h"
+#include "shell/errors.h"
+#include "shell/fault_boundary.h"
+#include "shell/numbers.h"
+#include "sim/controller.h"
+#include "tests/link/link_fixture.h"
+#include "tests/support/reply_frames.h"
+#include "tests/support/sim_wire.h"
+
+namespace nerit::testing {
+namespace {
+
+class TransfersTest : public LinkFixture {
+ protected:
+  TransfersTest() {
+    go_online();
+    answer_like_controller();
+    f.c.Combo1.select(1);
+    f.vars.drucksensor = 1;
+    f.vars.tps_min = 20;
+    f.vars.tps_max = 230;
+    f.vars.injoffset_in = 0x150;
+    f.vars.injoffset_out = 0x120;
+    f.vars.injalt = 440;
+    f.vars.injneu = 440;
+    f.vars.aoutmax = 255;
+    f.c.boost_enable = 1;
+    f.c.boost_start = 100;
+    f.c.boost_set = 128;
+    f.vars.zylinder = 4;
+    f.vars.injchannels = 15;
+    f.vars.seq_faktor = 1;
+    f.c.Check6.value = 1;
+    for (int i = 1; i <= 16; ++i)
+      f.c.load_points[static_cast<std::size_t>(i)] = static_cast<std::int16_t>(20 * i);
+    f.vars.rpmfaktor = 30000000;
+    f.shell.Form_Activate();  // rpm_points from the headings 500 ... 8000
+    for (int r = 1; r <= 16; ++r)
+      for (int c = 1; c <= 16; ++c) f.c.MSFlexGrid3.set_text(r, c, "1000");
+    f.c.MSFlexGrid2.set_text(1, 1, "100");
+    f.c.MSFlexGrid2.set_text(1, 2, "-100");
+    f.c.MSFlexGrid2.set_text(1, 3, "12,5");
+    f.c.MSFlexGrid3.set_text(1, 1, "20");
+    f.c.MSFlexGrid3.set_text(1, 2, "3000");
+  }
+
+  std::string data_of(std::size_t i) const { return hex_bytes(frame_text(i).substr(4, 16)); }
+};
+
+TEST_F(TransfersTest, WriteDataToUnitSendsFiftyFourAcknowledgedFrames) {
+  std::vector<Color> colours;
+  auto inner = peer.answer;
+  peer.answer = [&](const ScriptedPeer::Frame& fr) {
+    colours.push_back(f.c.Command9.back_color);
+    return inner(fr);
+  };
+  f.transfers.Command9_Click();
+
+  ASSERT_EQ(peer.frames.size(), 54u);
+  EXPECT_EQ(fp.comm.written[1].size(), 1188u);
+  EXPECT_EQ(fp.comm.output_calls, 1188);
+  std::vector<int> expected{0x240, 0x250, 0x260, 0x270, 0x280, 0x290};
+  for (int a = 0x2A0; a <= 0x590; a += 16) expected.push_back(a);
+  EXPECT_EQ(peer.addresses(), expected);
+  for (int code : peer.codes()) EXPECT_EQ(code, kCmdSramWrite);
+  for (std::size_t i = 1; i < peer.frames.size(); ++i)
+    EXPECT_EQ(peer.frames[i].at_ms, peer.frames[i - 1].at_ms + peer.delay_ms) << i;
+
+  EXPECT_EQ(hex_bytes(frame_text(0)),
+            "55 0B 02 40 01 01 14 E6 50 01 20 01 B8 01 B8 01 80 00 FF 01 00 0D");
+  EXPECT_EQ(data_of(1), "64 80 04 0F 01 02 32 02 32 00 01 00 00 00 00 00");
+  EXPECT_EQ(data_of(2), "14 00 28 00 3C 00 50 00 64 00 78 00 8C 00 A0 00");
+  EXPECT_EQ(data_of(4).substr(0, 11), "60 EA 30 75");  // 60000, 30000
+  EXPECT_EQ(data_of(6), "FF 01 8F 80 80 80 80 80 80 80 80 80 80 80 80 80");
+  EXPECT_EQ(data_of(22), "D4 30 53 00 FA 00 FA 00 FA 00 FA 00 FA 00 FA 00");
+  EXPECT_EQ(data_of(23), "FA 00 FA 00 FA 00 FA 00 FA 00 FA 00 FA 00 FA 00");
+  EXPECT_EQ(f.link.write_addr, 0x590);
+  EXPECT_EQ(f.c.List1.items.back(), "12:00:00 -> Write SDram @ 0x590");
+
+  EXPECT_EQ(colours.front(), kYellow);
+  EXPECT_EQ(f.c.Command9.back_color, kButtonFace);
+  EXPECT_EQ(f.vars.injsizecorr, 128);
+}
+
+TEST_F(TransfersTest, VoltageOutputCellsAreClampedAt255) {
+  f.vars.airflowtype = 1;
+  f.c.MSFlexGrid3.set_text(1, 1, "5000");
+  f.c.MSFlexGrid3.set_text(1, 2, "6000");
+  f.c.MSFlexGrid3.set_text(1, 3, "2500");
+  f.transfers.Command9_Click();
+  EXPECT_EQ(data_of(22).substr(0, 17), "FF 00 FF 00 7F 00");
+}
+
+TEST_F(TransfersTest, UpdateSettingsSendsOnlyTheTwoSettingsBlocks) {
+  std::vector<Color> colours;
+  auto inner = peer.answer;
+  peer.answer = [&](const ScriptedPeer::Frame& fr) {
+    colours.push_back(f.c.Command15.back_color);
+    return inner(fr);
+  };
+  f.transfers.Command15_Click();
+  EXPECT_EQ(peer.addresses(), (std::vector<int>{0x240, 0x250}));
+  EXPECT_EQ(colours, (std::vector<Color>{kYellow, kYellow}));
+  EXPECT_EQ(f.c.Command15.back_color, kButtonFace);
+}
+
+TEST_F(TransfersTest, WriteToEepromGoesMapFirstSettingsLastThenReloads) {
+  std::vector<Color> colours;
+  auto inner = peer.answer;
+  peer.answer = [&](const ScriptedPeer::Frame& fr) {
+    colours.push_back(f.c.Command4[0].back_color);
+    return inner(fr);
+  };
+  f.transfers.Command4_Click(0);
+
+  ASSERT_EQ(peer.frames.size(), 10u);
+  EXPECT_EQ(peer.codes(), (std::vector<int>{1, 1, 1, 1, 1, 1, 1, 1, 1, kCmdReloadEeprom}));
+  EXPECT_EQ(peer.addresses(),
+            (std::vector<int>{0x50, 0x60, 0x70, 0x80, 0x90, 0xA0, 0x20, 0x30, 0x10, 0}));
+  // Rows 1 and 2, columns 1-8: 100 % -> 255, -100 % -> 1, 12,5 -> 12 % -> 143, 0 -> 128.
+  EXPECT_EQ(data_of(0), "FF 01 8F 80 80 80 80 80 80 80 80 80 80 80 80 80");
+  EXPECT_EQ(data_of(7), "B4 00 C8 00 DC 00 F0 00 00 00 00 00 00 00 00 00");
+  EXPECT_EQ(data_of(8), "01 01 14 E6 50 01 20 01 B8 01 B8 01 80 00 FF 00");  // byte 15 = 0
+  EXPECT_EQ(frame_text(9), command_frame(kCmdReloadEeprom, 0, 0));
+  EXPECT_EQ(colours[0], kRed);
+  EXPECT_EQ(colours[9], kButtonFace);  // the reload goes after the colour is back
+  EXPECT_EQ(f.c.MSFlexGrid2.row, 12);
+  EXPECT_EQ(f.c.MSFlexGrid2.col, 8);
+}
+
+TEST_F(TransfersTest, WriteDataMenuReloadsTwice) {
+  f.transfers.Schreiben_Click();
+  const std::vector<int> codes = peer.codes();
+  ASSERT_EQ(codes.size(), 11u);
+  EXPECT_EQ(codes[9], kCmdReloadEeprom);
+  EXPECT_EQ(codes[10], kCmdReloadEeprom);
+}
+
+TEST_F(TransfersTest, MakePermanentStaysRedUntilTheControllerConfirms) {
+  peer.answer = nullptr;
+  f.transfers.Command5_Click();
+  EXPECT_EQ(frame_text(0), command_frame(kCmdMakePermanent, 0, 0));
+  EXPECT_EQ(f.c.Command5.back_color, kRed);
+  fp.comm.arrive_after(40, text_reply("Busy"));
+  fp.clock.advance(50);
+  EXPECT_EQ(f.c.Command5.back_color, kRed);
+  fp.comm.arrive_after(40, text_reply("Permanent", 1));
+  fp.clock.advance(50);
+  EXPECT_EQ(f.c.Command5.back_color, kButtonFace);
+}
+
+TEST_F(TransfersTest, ReloadEepromIsOneFrameWithoutWaiting) {
+  peer.answer = nullptr;
+  f.transfers.Command2_Click();
+  EXPECT_EQ(peer.frames.size(), 1u);
+  EXPECT_EQ(fp.clock.now_ms(), 0);
+}
+
+TEST_F(TransfersTest, NoLoadTypeStopsEveryWriteWithAMessage) {
+  f.c.Combo1.select(-1);
+  f.transfers.Command9_Click();
+  f.transfers.Command15_Click();
+  f.transfers.Command4_Click(0);
+  EXPECT_TRUE(peer.frames.empty());
+  ASSERT_EQ(fp.dialogs.shown.size(), 3u);
+  for (const auto& box : fp.dialogs.shown) {
+    EXPECT_EQ(box.text, "Keine Lastgröße gewählt!");
+    EXPECT_EQ(box.title, "Fehler");
+    EXPECT_EQ(box.icon, MsgIcon::Information);
+  }
+}
+
+TEST_F(TransfersTest, OfflineTheButtonsDoNothing) {
+  f.vars.connected = 0;
+  f.transfers.Command9_Click();
+  f.transfers.Command15_Click();
+  f.transfers.Command4_Click(0);
+  f.transfers.Command2_Click();
+  f.transfers.Command5_Click();
+  EXPECT_TRUE(peer.frames.empty());
+  EXPECT_TRUE(fp.dialogs.shown.empty());
+  EXPECT_EQ(f.c.Command5.back_color, kButtonFace);
+}
+
+TEST_F(TransfersTest, ACellThatCannotBeSentEndsTheTransferBetweenFrames) {
+  f.c.MSFlexGrid2.set_text(5, 3, "201");
+  EXPECT_FALSE(run_handler(fp.dialogs, [this] { f.transfers.Command9_Click(); }));
+  ASSERT_EQ(fp.dialogs.shown.size(), 1u);
+  EXPECT_EQ(fp.dialogs.shown[0].text, "Overflow");
+  EXPECT_EQ(fp.dialogs.shown[0].title, "Error");
+  EXPECT_EQ(fp.comm.written[1].size(), 10u * 22u);  // settings, axes, rows 1-4: whole frames
+  EXPECT_EQ(f.c.Command9.back_color, kButtonFace);
+}
+
+TEST_F(TransfersTest, AnAirflowFrequencyOfZeroCannotBeSent) {
+  f.c.MSFlexGrid3.set_text(2, 9, "0");
+  EXPECT_FALSE(run_handler(fp.dialogs, [this] { f.transfers.Command9_Click(); }));
+  EXPECT_EQ(fp.dialogs.shown.at(0).text, "Division by zero");
+  EXPECT_EQ(fp.comm.written[1].size(), 25u * 22u);  // through the first half of row 2
+}
+
+// Against the virtual controller: what is written comes back on the next read.
+class RoundTripTest : public LinkFixture {
+ protected:
+  RoundTripTest() : wire(fp.comm, controller) {}
+  sim::Controller controller;
+  SimWire wire;
+};
+
+TEST_F(RoundTripTest, WrittenMapsAndAxesReadBackUnchanged) {
+  fp.dialogs.answers = {MsgAnswer::Yes};
+  f.session.Command1_Click();
+  ASSERT_EQ(f.vars.connected, 1);
+  ASSERT_EQ(f.c.Combo1.list_index, controller.working_memory().at(0x240));
+  EXPECT_EQ(f.c.MSFlexGrid2.text(0, 1), "500");
+  EXPECT_EQ(f.c.MSFlexGrid2.text(0, 16), "8000");
+
+  Grid& corr = f.c.MSFlexGrid2;
+  Grid& air = f.c.MSFlexGrid3;
+  for (int r = 1; r <= 16; ++r) {
+    for (int c = 1; c <= 16; ++c) {
+      corr.set_text(r, c, std::to_string((r * 7 + c * 3) % 151 - 50));
+      air.set_text(r, c, std::to_string(20 + r * 150 + c * 13));
+    }
+  }
+  const Grid corr_written = corr;
+  const Grid air_written = air;
+  const auto rpm_written = f.c.rpm_points;
+  f.c.load_points[3] = 77;
+  const auto load_written = f.c.load_points;
+
+  f.transfers.Command9_Click();
+  EXPECT_EQ(controller.working_memory().at(0x2A0), correction_byte(val(corr_written.text(1, 1))));
+
+  for (int r = 1; r <= 16; ++r)
+    for (int c = 1; c <= 16; ++c) corr.set_text(r, c, "x"), air.set_text(r, c, "x");
+  f.c.load_points = {};
+  f.session.Command12_Click();
+
+  for (int r = 0; r <= 16; ++r) {
+    for (int c = 1; c <= 16; ++c) {
+      EXPECT_EQ(corr.text(r, c), corr_written.text(r, c)) << r << "," << c;
+      // Frequencies come back as the value that writes the same period word.
+      const double sent = val(air_written.text(r, c)), back = val(air.text(r, c));
+      if (r > 0) {
+        EXPECT_EQ(airflow_bytes(back, 0), airflow_bytes(sent, 0)) << r << "," << c;
+      }
+    }
+  }
+  EXPECT_EQ(f.c.rpm_points, rpm_written);
+  EXPECT_EQ(f.c.load_points, load_written);
+  EXPECT_TRUE(fp.dialogs.shown.size() == 1u);  // only the "Online" question
+}
+
+}  // namespace
+}  // namespace nerit::testing
