@@ -4,7 +4,9 @@
 
 #include "shell/errors.h"
 #include "shell/fault_boundary.h"
+#include "sim/controller.h"
 #include "tests/link/link_fixture.h"
+#include "tests/support/sim_wire.h"
 
 namespace nerit::testing {
 namespace {
@@ -282,6 +284,42 @@ TEST_F(SessionTest, ClosingTheWindowDuringAWaitEndsEveryNestedHandler) {
   EXPECT_THROW(run_handler(fp.dialogs, [this] { f.session.Command12_Click(); }), ProgramClosing);
   EXPECT_EQ(fp.windows.calls.back(), "end");
   EXPECT_TRUE(fp.dialogs.shown.empty());
+}
+
+}  // namespace
+}  // namespace nerit::testing
+
+namespace nerit::testing {
+namespace {
+
+class SessionOnSimTest : public LinkFixture {
+ protected:
+  sim::Options options() {
+    sim::Options o;
+    o.paced = true;
+    o.faults.drop_replies = {10};
+    return o;
+  }
+  sim::Controller controller{options()};
+  SimWire wire{fp.comm, controller};
+};
+
+TEST_F(SessionOnSimTest, ReadRecoversFromADroppedReplyAndFillsTheWindow) {
+  go_online();
+  f.vars.rpmfaktor = 30000000;
+  f.session.Command12_Click();
+  EXPECT_EQ(controller.frames_received().size(), 108u);
+  EXPECT_EQ(f.c.MSFlexGrid2.text(0, 16), "8000");
+  EXPECT_EQ(f.c.MSFlexGrid2.text(16, 16), "0");
+  EXPECT_EQ(f.c.Combo1.list_index, controller.working_memory().at(0x240));
+  int timeouts = 0;
+  for (const auto& line : f.c.List1.items) timeouts += line.ends_with(" -> Communication Timeout");
+  EXPECT_EQ(timeouts, 1);
+  // After the restart at 2.5 s, 98 replies of 22 bytes each at the wire rate (the virtual
+  // clock counts whole milliseconds, so each may end up to 1 ms later).
+  const double reply_ms = 22 * sim::kByteMs;
+  EXPECT_GE(fp.clock.now_ms(), 2500 + 98 * reply_ms);
+  EXPECT_LE(fp.clock.now_ms(), 2500 + 98 * (reply_ms + 1));
 }
 
 }  // namespace
