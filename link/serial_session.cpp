@@ -29,6 +29,14 @@ void SerialSession::show_offline(const char* word) {
   c_.Label4[0].back_color = kRed;
 }
 
+void SerialSession::close_link() {
+  p_.comm.set_port_open(false);
+  show_offline("offline");
+  c_.Label4[1].caption = "Connection";
+  c_.Label4[2].caption = "Closed";
+  vars_.connected = 0;
+}
+
 bool SerialSession::try_open(int port_number) {
   // Each step is tried even when the one before failed; any failure skips the port.
   bool ok = true;
@@ -58,19 +66,11 @@ void SerialSession::wait_for_connect() {
 
 void SerialSession::Command1_Click() {
   if (vars_.debugmode == 1) {
-    p_.comm.set_port_open(false);
-    show_offline("offline");
-    c_.Label4[1].caption = "Connection";
-    c_.Label4[2].caption = "Closed";
-    vars_.connected = 0;
+    close_link();
     vars_.debugmode = 0;
   }
   if (vars_.connected == 1) {
-    p_.comm.set_port_open(false);
-    show_offline("offline");
-    c_.Label4[1].caption = "Connection";
-    c_.Label4[2].caption = "Closed";
-    vars_.connected = 0;
+    close_link();
     c_.Combo2.enabled = true;
     return;
   }
@@ -175,11 +175,7 @@ void SerialSession::Lesen_Click() {
 void SerialSession::firmwareupdate_Click() {
   if (vars_.connected == 1) {
     vars_.comport = p_.comm.comm_port();
-    p_.comm.set_port_open(false);
-    show_offline("offline");
-    c_.Label4[1].caption = "Connection";
-    c_.Label4[2].caption = "Closed";
-    vars_.connected = 0;
+    close_link();
   }
   p_.windows.show(FormId::Form2);
 }

@@ -45,6 +45,7 @@ class SerialSession {
   bool try_open(int port_number);
   void wait_for_connect();
   void show_offline(const char* word);
+  void close_link();  // port closed, labels offline, connected = 0
 
   Form1Controls& c_;
   ProgramState& vars_;

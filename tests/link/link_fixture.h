@@ -51,6 +51,16 @@ class LinkFixture : public ::testing::Test {
     };
   }
 
+  // The button's colour each time the controller received a frame.
+  std::vector<Color>& record_colour(const CommandButton& button) {
+    auto inner = peer.answer;
+    peer.answer = [this, inner, &button](const ScriptedPeer::Frame& fr) {
+      colours.push_back(button.back_color);
+      return inner ? inner(fr) : std::nullopt;
+    };
+    return colours;
+  }
+
   std::string frame_text(std::size_t i) const { return peer.frames.at(i).bytes; }
 
   FakePlatform fp;
@@ -58,7 +68,8 @@ class LinkFixture : public ::testing::Test {
   Program program;
   Form1& f;
   ScriptedPeer peer;
-  std::map<int, std::uint8_t> memory;  // controller memory by address (missing = 0)
+  std::map<int, std::uint8_t> memory;
+  std::vector<Color> colours;  // controller memory by address (missing = 0)
 };
 
 inline std::string bytes(std::initializer_list<int> list) {

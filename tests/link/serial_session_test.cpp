@@ -179,12 +179,7 @@ TEST_F(SessionTest, ReadDataFromUnitRequestsFiftyFourBlocksOneAtATime) {
   go_online();
   answer_like_controller();
   memory[0x2A0] = 255;  // row 1, column 1: +100 %
-  std::vector<Color> colours;
-  auto inner = peer.answer;
-  peer.answer = [&](const ScriptedPeer::Frame& fr) {
-    colours.push_back(f.c.Command12.back_color);
-    return inner(fr);
-  };
+  record_colour(f.c.Command12);
   f.session.Command12_Click();
   EXPECT_EQ(peer.addresses(), read_order());
   EXPECT_EQ(frame_text(0), address_frame(kCmdSramRead, 0x250));

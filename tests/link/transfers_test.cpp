@@ -53,12 +53,7 @@ class TransfersTest : public LinkFixture {
 };
 
 TEST_F(TransfersTest, WriteDataToUnitSendsFiftyFourAcknowledgedFrames) {
-  std::vector<Color> colours;
-  auto inner = peer.answer;
-  peer.answer = [&](const ScriptedPeer::Frame& fr) {
-    colours.push_back(f.c.Command9.back_color);
-    return inner(fr);
-  };
+  record_colour(f.c.Command9);
   f.transfers.Command9_Click();
 
   ASSERT_EQ(peer.frames.size(), 54u);
@@ -97,12 +92,7 @@ TEST_F(TransfersTest, VoltageOutputCellsAreClampedAt255) {
 }
 
 TEST_F(TransfersTest, UpdateSettingsSendsOnlyTheTwoSettingsBlocks) {
-  std::vector<Color> colours;
-  auto inner = peer.answer;
-  peer.answer = [&](const ScriptedPeer::Frame& fr) {
-    colours.push_back(f.c.Command15.back_color);
-    return inner(fr);
-  };
+  record_colour(f.c.Command15);
   f.transfers.Command15_Click();
   EXPECT_EQ(peer.addresses(), (std::vector<int>{0x240, 0x250}));
   EXPECT_EQ(colours, (std::vector<Color>{kYellow, kYellow}));
@@ -110,12 +100,7 @@ TEST_F(TransfersTest, UpdateSettingsSendsOnlyTheTwoSettingsBlocks) {
 }
 
 TEST_F(TransfersTest, WriteToEepromGoesMapFirstSettingsLastThenReloads) {
-  std::vector<Color> colours;
-  auto inner = peer.answer;
-  peer.answer = [&](const ScriptedPeer::Frame& fr) {
-    colours.push_back(f.c.Command4[0].back_color);
-    return inner(fr);
-  };
+  record_colour(f.c.Command4[0]);
   f.transfers.Command4_Click(0);
 
   ASSERT_EQ(peer.frames.size(), 10u);
