@@ -26,7 +26,10 @@ Application::Application(Options options)
   main_ = std::make_unique<MainWindow>(program_->form1,
                                        [this](const std::function<void()>& h) { run(h); });
   main_->on_close = [this] { run([this] { program_->form1.shell.Form_Unload(); }); };
-  pump_.before_wait = [this] { refresh(); };
+  pump_.before_wait = [this] {
+    comm_.send_pending();  // the request goes out before the window repaints
+    refresh();
+  };
   comm_.on_problem = [this](const std::string& text) {
     run([this, text] { program_->form1.c.List1.add_item(platform_.time_text() + " -> " + text); });
   };
@@ -73,15 +76,37 @@ void Application::start() {
 
 void Application::run(const std::function<void()>& handler) {
   if (pump_.closing) return;
-  try {
-    run_handler(platform_.dialogs, handler);
-  } catch (const ProgramClosing&) {
-    // The main window was closed inside a wait; the event loop is ending.
+  {
+    struct Depth {
+      int& n;
+      explicit Depth(int& d) : n(++d) {}
+      ~Depth() { --n; }
+    } depth(run_depth_);
+    try {
+      run_handler(platform_.dialogs, handler);
+    } catch (const ProgramClosing&) {
+      // The main window was closed inside a wait; the event loop is ending.
+    }
   }
-  if (!pump_.closing) refresh();
+  comm_.send_pending();
+  if (pump_.closing) return;
+  if (run_depth_ == 0) {
+    refresh();
+    return;
+  }
+  // Inside another handler's wait or dialog: the window follows on the next turn of the event
+  // loop, so a reply does not hold back the request the waiting handler sends next.
+  stale_ = true;
+  if (refresh_posted_) return;
+  refresh_posted_ = true;
+  QTimer::singleShot(0, this, [this] {
+    refresh_posted_ = false;
+    if (stale_ && !pump_.closing) refresh();
+  });
 }
 
 void Application::refresh() {
+  stale_ = false;
   if (main_) main_->refresh();
 }
 

@@ -55,6 +55,9 @@ class Application : public QObject {
   std::unique_ptr<Program> program_;
   std::unique_ptr<MainWindow> main_;
   bool last_focus_was_form_ = false;
+  int run_depth_ = 0;   // handlers running, one inside the other's wait
+  bool stale_ = false;  // a nested handler changed models the window does not show yet
+  bool refresh_posted_ = false;
 };
 
 }  // namespace nerit::ui

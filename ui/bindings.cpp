@@ -94,14 +94,18 @@ void Bindings::list(QListWidget* w, ListBox& m, Handler click) {
   refreshers_.push_back([w, &m] {
     const QSignalBlocker block(w);
     const int n = m.list_count();
-    bool tail_only = w->count() <= n;  // a log only grows: add what is new
-    for (int i = 0; tail_only && i < w->count(); ++i)
-      tail_only = w->item(i)->text() == qs(m.items[static_cast<std::size_t>(i)]);
-    if (!tail_only) w->clear();
-    const bool grew = w->count() < n;
+    const int shown = w->count();
+    // A log only grows: when the lines shown are still the first ones of the model (their
+    // first and last agree), only the new lines are added. Anything else shows it anew.
+    auto same = [&](int i) {
+      return w->item(i)->text() == qs(m.items[static_cast<std::size_t>(i)]);
+    };
+    const bool grows = shown <= n && (shown == 0 || (same(0) && same(shown - 1)));
+    if (!grows) w->clear();
+    const bool added = w->count() < n;
     for (int i = w->count(); i < n; ++i) w->addItem(qs(m.items[static_cast<std::size_t>(i)]));
     if (w->currentRow() != m.list_index) w->setCurrentRow(m.list_index);
-    if (grew && m.list_index < 0) w->scrollToBottom();
+    if (added && m.list_index < 0) w->scrollToBottom();
     show_state(w, m.visible, m.enabled);
   });
 }

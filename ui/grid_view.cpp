@@ -86,6 +86,11 @@ void GridView::refresh() {
       else if (columnWidth(c) != px && c + 1 < grid_.cols())
         setColumnWidth(c, px);
     }
+  }
+  // A layout pass only when the hint changed: one on every refresh would keep the event loop
+  // busy for as long as a handler waits.
+  if (resized || sizeHint() != hinted_) {
+    hinted_ = sizeHint();
     updateGeometry();
   }
   const QModelIndex current = model_->index(grid_.row, grid_.col);

@@ -36,6 +36,7 @@ class GridView : public QTableView {
   const Grid& grid_;
   GridModel* model_;
   Fit fit_;
+  QSize hinted_;  // the size hint the layout last heard of
 };
 
 }  // namespace nerit::ui

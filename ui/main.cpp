@@ -5,10 +5,12 @@
 #include <QMessageBox>
 #include <QStandardPaths>
 #include <QStyleFactory>
+#include <memory>
 
 #include "shell/errors.h"
 #include "shell/program_folder.h"
 #include "ui/application.h"
+#include "ui/simulator.h"
 
 namespace {
 
@@ -53,6 +55,26 @@ int main(int argc, char** argv) {
   options.program_folder = data_folder(args);
   options.show_splash = !args.isSet("no-splash");
   for (const QString& device : args.values("port")) options.ports.push_back(device.toStdString());
+
+  // --simulate: the virtual controller serves in this process and gets the next port number.
+  std::unique_ptr<nerit::ui::Simulator> simulator;
+  if (args.isSet("simulate")) {
+    simulator = std::make_unique<nerit::ui::Simulator>(
+        nerit::ui::simulator_options(options.program_folder));
+    if (simulator->start()) {
+      options.simulator_device = simulator->slave_path();
+      if (!simulator->state_error().empty())
+        QMessageBox::critical(nullptr, "Error",
+                              QString::fromStdString(simulator->state_error() +
+                                                     "\nThe virtual controller starts from its "
+                                                     "default tune."));
+    } else {
+      QMessageBox::critical(
+          nullptr, "Error",
+          QString::fromStdString("The virtual controller cannot start: " + simulator->error()));
+      simulator.reset();
+    }
+  }
   nerit::ui::Application program(options);
   program.start();
   return app.exec();

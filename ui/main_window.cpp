@@ -43,6 +43,8 @@ MainWindow::MainWindow(Form1& form, HandlerRunner run, QWidget* parent)
   auto* log_layout = new QVBoxLayout(log_box);
   w_.List1 = new QListWidget(log_box);
   w_.List1->setToolTip("Click to clear the log");
+  // One text line each: measuring every line on each addition grows slower as the log grows.
+  w_.List1->setUniformItemSizes(true);
   log_layout->addWidget(w_.List1);
   bind_.list(w_.List1, f_.c.List1, [this] { f_.session.List1_Click(); });
   lower_layout->addWidget(log_box, 1);

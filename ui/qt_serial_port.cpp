@@ -163,6 +163,10 @@ void QtSerialPort::output(const std::string& chars) {
     throw SerialError(port_.errorString().toStdString());
 }
 
+void QtSerialPort::send_pending() {
+  if (port_.isOpen() && port_.bytesToWrite() > 0) port_.flush();
+}
+
 std::string QtSerialPort::input() {
   if (!port_.isOpen()) throw SerialError("Operation valid only when the port is open");
   const QByteArray all = port_.readAll();

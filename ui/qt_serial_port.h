@@ -44,6 +44,10 @@ class QtSerialPort : public QObject, public SerialPort {
   int comm_event() const override { return event_; }
   std::string device_name(int number) const override { return ports_.device_name(number); }
 
+  // Hands what output() buffered to the driver now, as far as it takes it, instead of on the
+  // next turn of the event loop: the program calls it before it waits or repaints.
+  void send_pending();
+
   // Told when the port has closed by itself (device removed, read or write failure), with a
   // sentence for the log.
   std::function<void(const std::string&)> on_problem;

@@ -1,0 +1,330 @@
+// nerit-link-bench: the program's link speed and idle cost against the nerit-sim program paced
+// at 19200 baud on a pseudo-terminal. The program side is the real one (Qt serial port, core
+// handlers, main window refreshes) on the offscreen platform with recording dialogs.
+//
+// nerit-sim paces only what it sends; a pseudo-terminal passes the program's bytes at once. For
+// the transfers a line in a thread of its own sits between the two and delays the program's
+// bytes to the wire rate as well, so both directions take their time as on the real line.
+//
+//   (a) "Read Data from Unit" and (b) "Write Data to Unit": wall time against the wire bound of
+//       108 frames x 22 bytes x 10 bits / 19200 baud = 1.2375 s (target: ratio at most 1.10).
+//   (c) CPU time of this process while "Read Data from Unit" waits 10 s on a controller that
+//       has gone silent, as a share of one core (target: under 1 %).
+#include <fcntl.h>
+#include <pty.h>
+#include <sys/resource.h>
+#include <sys/select.h>
+#include <termios.h>
+#include <unistd.h>
+
+#include <QApplication>
+#include <QDeadlineTimer>
+#include <QElapsedTimer>
+#include <QProcess>
+#include <QStyleFactory>
+#include <QTemporaryDir>
+#include <QTimer>
+#include <algorithm>
+#include <atomic>
+#include <cerrno>
+#include <chrono>
+#include <cstdio>
+#include <deque>
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <string>
+#include <thread>
+#include <utility>
+#include <vector>
+
+#include "ui/application.h"
+
+namespace {
+
+using nerit::MsgAnswer;
+using nerit::ui::Application;
+
+constexpr double kWireBoundS = 108 * 22 * 10 / 19200.0;
+
+// Answers No to every question (so connecting does not read on its own) and keeps the texts.
+class RecordingDialogs : public nerit::Dialogs {
+ public:
+  using Dialogs::message_box;
+  MsgAnswer message_box(const nerit::MessageBoxRequest& request) override {
+    shown.push_back(request.title + ": " + request.text);
+    return request.buttons == nerit::MsgButtons::YesNo ? MsgAnswer::No : MsgAnswer::Ok;
+  }
+  std::filesystem::path file_dialog(const nerit::FileDialogRequest&) override { return {}; }
+  std::string input_box(const std::string&, const std::string&, const std::string&) override {
+    return {};
+  }
+  std::vector<std::string> shown;
+};
+
+class SimProcess {
+ public:
+  explicit SimProcess(const QStringList& args) {
+    process_.setProgram(QStringLiteral(NERIT_SIM_PATH));
+    process_.setArguments(args);
+    process_.start();
+    if (!process_.waitForStarted(5000)) return;
+    QDeadlineTimer deadline(5000);
+    while (!process_.canReadLine() && !deadline.hasExpired()) process_.waitForReadyRead(100);
+    if (process_.canReadLine())
+      device_ = QString::fromLocal8Bit(process_.readLine()).trimmed().toStdString();
+  }
+  ~SimProcess() {
+    process_.terminate();
+    if (!process_.waitForFinished(3000)) process_.kill();
+  }
+  const std::string& device() const { return device_; }
+
+ private:
+  QProcess process_;
+  std::string device_;
+};
+
+// A 19200-baud line from the program to nerit-sim: the program opens device(); every byte it
+// writes reaches the controller 10 bits of 1/19200 s after the one before. The controller's
+// bytes, already paced by nerit-sim, pass at once.
+class PacedLine {
+ public:
+  explicit PacedLine(const std::string& controller_device) {
+    char name[256] = {};
+    if (openpty(&program_side_, &held_, name, nullptr, nullptr) != 0) return;
+    controller_ = ::open(controller_device.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK);
+    if (controller_ < 0) return;
+    for (int fd : {held_, controller_}) {
+      termios t{};
+      tcgetattr(fd, &t);
+      cfmakeraw(&t);
+      tcsetattr(fd, TCSANOW, &t);
+    }
+    fcntl(program_side_, F_SETFL, fcntl(program_side_, F_GETFL) | O_NONBLOCK);
+    device_ = name;
+    thread_ = std::thread([this] { run(); });
+  }
+  ~PacedLine() {
+    stop_ = true;
+    if (thread_.joinable()) thread_.join();
+    for (int fd : {program_side_, held_, controller_})
+      if (fd >= 0) ::close(fd);
+  }
+  const std::string& device() const { return device_; }
+
+  // Mean turn-around beyond the wire time: the program from a reply to its next request, the
+  // controller from a request to its reply. Read and reset.
+  struct Turns {
+    std::chrono::nanoseconds program{0}, controller{0};
+    int program_count = 0, controller_count = 0;
+  };
+  Turns take_turns() {
+    const std::lock_guard lock(mutex_);
+    return std::exchange(turns_, Turns{});
+  }
+
+ private:
+  using Clock = std::chrono::steady_clock;
+  static constexpr std::chrono::nanoseconds kByteTime{520833};  // 10 bits at 19200 baud
+
+  void run() {
+    std::deque<std::pair<Clock::time_point, char>> on_wire;
+    Clock::time_point line_free = Clock::now();
+    // When the last request reached nerit-sim and the last reply reached the program.
+    Clock::time_point request_delivered{}, reply_forwarded{};
+    bool request_pending = false, reply_pending = false;
+    char buf[4096];
+    while (!stop_) {
+      auto now = Clock::now();
+      std::string due;
+      while (!on_wire.empty() && on_wire.front().first <= now) {
+        due += on_wire.front().second;
+        on_wire.pop_front();
+      }
+      if (!due.empty()) {
+        if (::write(controller_, due.data(), due.size()) < 0) return;
+        if (on_wire.empty()) {
+          request_delivered = now;
+          request_pending = true;
+        }
+      }
+      auto wait = std::chrono::nanoseconds(std::chrono::milliseconds(50));
+      if (!on_wire.empty()) wait = std::min(wait, on_wire.front().first - Clock::now());
+      if (wait < std::chrono::nanoseconds(0)) continue;
+      timeval tv{0, static_cast<suseconds_t>(
+                        std::chrono::duration_cast<std::chrono::microseconds>(wait).count())};
+      fd_set readable;
+      FD_ZERO(&readable);
+      FD_SET(program_side_, &readable);
+      FD_SET(controller_, &readable);
+      if (::select(std::max(program_side_, controller_) + 1, &readable, nullptr, nullptr, &tv) <= 0)
+        continue;
+      now = Clock::now();
+      if (FD_ISSET(program_side_, &readable)) {
+        const ssize_t n = ::read(program_side_, buf, sizeof buf);
+        if (n > 0 && on_wire.empty() && reply_pending) {
+          const std::lock_guard lock(mutex_);
+          turns_.program += now - reply_forwarded;
+          ++turns_.program_count;
+          reply_pending = false;
+        }
+        for (ssize_t i = 0; i < n; ++i) {
+          line_free = std::max(line_free, now) + kByteTime;
+          on_wire.emplace_back(line_free, buf[i]);
+        }
+      }
+      if (FD_ISSET(controller_, &readable)) {
+        const ssize_t n = ::read(controller_, buf, sizeof buf);
+        if (n == 0 || (n < 0 && errno != EAGAIN && errno != EINTR)) return;  // nerit-sim has gone
+        if (n < 0) continue;
+        if (::write(program_side_, buf, static_cast<std::size_t>(n)) < 0) return;
+        if (request_pending) {
+          // nerit-sim hands over a paced message when its last byte is due.
+          const std::lock_guard lock(mutex_);
+          turns_.controller += now - request_delivered - n * kByteTime;
+          ++turns_.controller_count;
+          request_pending = false;
+        }
+        reply_forwarded = now;
+        reply_pending = true;
+      }
+    }
+  }
+
+  int program_side_ = -1, held_ = -1, controller_ = -1;
+  std::string device_;
+  std::atomic<bool> stop_{false};
+  std::mutex mutex_;
+  Turns turns_;
+  std::thread thread_;
+};
+
+double cpu_seconds() {
+  rusage u{};
+  getrusage(RUSAGE_SELF, &u);
+  return static_cast<double>(u.ru_utime.tv_sec + u.ru_stime.tv_sec) +
+         static_cast<double>(u.ru_utime.tv_usec + u.ru_stime.tv_usec) / 1e6;
+}
+
+struct Program {
+  Program(const std::string& device, const QString& folder) {
+    Application::Options options;
+    options.program_folder = folder.toStdString();
+    options.show_splash = false;
+    options.dialogs = &dialogs;
+    options.ports = {device};
+    app = std::make_unique<Application>(options);
+    app->start();
+  }
+  bool connect() {
+    app->run([this] { app->program().form1.session.Command1_Click(); });
+    return app->program().form1.vars.connected == 1;
+  }
+  int log_lines() { return app->program().form1.c.List1.list_count(); }
+
+  RecordingDialogs dialogs;
+  std::unique_ptr<Application> app;
+};
+
+struct Transfer {
+  double seconds = 0;
+  int replies = 0;
+  PacedLine::Turns turns;
+};
+
+Transfer run_transfer(Program& p, PacedLine& line, const std::function<void()>& handler) {
+  line.take_turns();
+  Transfer t;
+  const int before = p.log_lines();
+  QElapsedTimer clock;
+  clock.start();
+  p.app->run(handler);
+  t.seconds = static_cast<double>(clock.nsecsElapsed()) / 1e9;
+  t.replies = p.log_lines() - before;
+  t.turns = line.take_turns();
+  return t;
+}
+
+double mean_ms(std::chrono::nanoseconds total, int count) {
+  return count == 0 ? 0 : static_cast<double>(total.count()) / 1e6 / count;
+}
+
+void print_transfer(const char* name, const Transfer& t) {
+  std::printf("%s: %.4f s for %d replies; wire bound %.4f s; ratio %.3f (target <= 1.10)\n", name,
+              t.seconds, t.replies, kWireBoundS, t.seconds / kWireBoundS);
+  std::printf(
+      "  beyond the wire time, per exchange: %.2f ms in all, of which the program %.2f ms "
+      "(reply in to next request out) and nerit-sim %.2f ms (request in to reply out)\n",
+      (t.seconds - kWireBoundS) * 1000 / 54, mean_ms(t.turns.program, t.turns.program_count),
+      mean_ms(t.turns.controller, t.turns.controller_count));
+}
+
+int measure_transfers(const QString& folder) {
+  SimProcess sim({"--pacing"});
+  if (sim.device().empty()) {
+    std::fprintf(stderr, "nerit-sim did not start\n");
+    return 1;
+  }
+  PacedLine line(sim.device());
+  if (line.device().empty()) {
+    std::fprintf(stderr, "no paced line\n");
+    return 1;
+  }
+  Program p(line.device(), folder);
+  if (!p.connect()) {
+    std::fprintf(stderr, "not connected\n");
+    return 1;
+  }
+  auto& form1 = p.app->program().form1;
+  const Transfer read = run_transfer(p, line, [&] { form1.session.Command12_Click(); });
+  const Transfer write = run_transfer(p, line, [&] { form1.transfers.Command9_Click(); });
+  print_transfer("(a) Read Data from Unit", read);
+  print_transfer("(b) Write Data to Unit", write);
+  for (const std::string& d : p.dialogs.shown)
+    if (d.rfind("Online:", 0) != 0) std::printf("  dialog: %s\n", d.c_str());
+  return read.replies == 54 && write.replies == 54 ? 0 : 1;
+}
+
+int measure_idle(const QString& folder) {
+  // Answers the connect request, then nothing more.
+  SimProcess sim({"--pacing", "--silent-after", "1"});
+  if (sim.device().empty()) {
+    std::fprintf(stderr, "nerit-sim did not start\n");
+    return 1;
+  }
+  Program p(sim.device(), folder);
+  if (!p.connect()) {
+    std::fprintf(stderr, "not connected\n");
+    return 1;
+  }
+  constexpr int kWaitMs = 10000;
+  double cpu_start = 0, cpu_used = 0, wall_s = 0;
+  QElapsedTimer wall;
+  QTimer::singleShot(kWaitMs, p.app.get(), [&] {
+    cpu_used = cpu_seconds() - cpu_start;
+    wall_s = static_cast<double>(wall.nsecsElapsed()) / 1e9;
+    p.app->main_window().close();  // ends the wait, as the user closing the window would
+  });
+  const int before = p.log_lines();
+  cpu_start = cpu_seconds();
+  wall.start();
+  p.app->run([&] { p.app->program().form1.session.Command12_Click(); });
+  std::printf(
+      "(c) waiting on a silent controller: %.3f s CPU in %.2f s = %.3f %% of one core "
+      "(target < 1 %%); %d log lines meanwhile\n",
+      cpu_used, wall_s, 100 * cpu_used / wall_s, p.log_lines() - before);
+  return wall_s > 0 ? 0 : 1;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  qputenv("QT_QPA_PLATFORM", "offscreen");
+  QApplication qt(argc, argv);
+  QApplication::setStyle(QStyleFactory::create("Fusion"));
+  QTemporaryDir folder;
+  int failures = measure_transfers(folder.path());
+  failures += measure_idle(folder.path());
+  return failures == 0 ? 0 : 1;
+}
