@@ -26,33 +26,13 @@
 #include "sim/memory_map.h"
 #include "tests/support/fake_platform.h"
 #include "tests/support/reply_frames.h"
+#include "tests/ui/event_loop_waits.h"
 #include "ui/application.h"
 #include "ui/qt_platform.h"
 #include "ui/simulator.h"
 
 namespace nerit::ui {
 namespace {
-
-// Lets the event loop run until the condition holds; false after the timeout.
-template <class Condition>
-bool wait_until(Condition condition, int timeout_ms = 5000) {
-  QDeadlineTimer deadline(timeout_ms);
-  while (!condition()) {
-    if (deadline.hasExpired()) return false;
-    QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
-    QThread::msleep(2);
-  }
-  return true;
-}
-
-void run_events_for(int ms) {
-  QElapsedTimer t;
-  t.start();
-  while (t.elapsed() < ms) {
-    QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
-    QThread::msleep(2);
-  }
-}
 
 // The nerit-sim program as a child; its first line of output is the device to open.
 class SimProcess {

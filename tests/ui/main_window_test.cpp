@@ -16,22 +16,11 @@
 
 #include "shell/errors.h"
 #include "tests/support/fake_platform.h"
+#include "tests/ui/event_loop_waits.h"
 #include "ui/application.h"
 
 namespace nerit::ui {
 namespace {
-
-// Lets the event loop run until the condition holds; false after the timeout.
-template <class Condition>
-bool wait_until(Condition condition, int timeout_ms = 3000) {
-  QDeadlineTimer deadline(timeout_ms);
-  while (!condition()) {
-    if (deadline.hasExpired()) return false;
-    QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
-    QThread::msleep(2);
-  }
-  return true;
-}
 
 class MainWindowTest : public ::testing::Test {
  protected:

@@ -18,33 +18,13 @@
 
 #include "shell/errors.h"
 #include "tests/support/fake_platform.h"
+#include "tests/ui/event_loop_waits.h"
 #include "ui/application.h"
 #include "ui/port_numbering.h"
 #include "ui/qt_serial_port.h"
 
 namespace nerit::ui {
 namespace {
-
-// Lets the event loop run until the condition holds; false after the timeout.
-template <class Condition>
-bool wait_until(Condition condition, int timeout_ms = 3000) {
-  QDeadlineTimer deadline(timeout_ms);
-  while (!condition()) {
-    if (deadline.hasExpired()) return false;
-    QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
-    QThread::msleep(2);
-  }
-  return true;
-}
-
-void run_events_for(int ms) {
-  QElapsedTimer t;
-  t.start();
-  while (t.elapsed() < ms) {
-    QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
-    QThread::msleep(2);
-  }
-}
 
 std::string bytes(std::initializer_list<int> codes) {
   std::string s;
