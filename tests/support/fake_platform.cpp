@@ -5,6 +5,7 @@
 #include <atomic>
 #include <fstream>
 #include <random>
+#include <utility>
 
 #include "shell/controls.h"
 #include "shell/errors.h"
@@ -12,54 +13,24 @@
 
 namespace nerit::testing {
 
-// --- dialogs -------------------------------------------------------------------------------
-
 MsgAnswer FakeDialogs::message_box(const MessageBoxRequest& request) {
   shown.push_back(request);
-  if (!answers.empty()) {
-    const MsgAnswer a = answers.front();
-    answers.pop_front();
-    return a;
+  if (answers.empty()) {
+    if (request.buttons == MsgButtons::Ok) return MsgAnswer::Ok;
+    return request.buttons == MsgButtons::YesNo ? MsgAnswer::No : MsgAnswer::Cancel;
   }
-  switch (request.buttons) {
-    case MsgButtons::Ok:
-      return MsgAnswer::Ok;
-    case MsgButtons::YesNo:
-      return MsgAnswer::No;
-    default:
-      return MsgAnswer::Cancel;
-  }
+  const MsgAnswer a = answers.front();
+  answers.pop_front();
+  return a;
 }
-
-std::filesystem::path FakeDialogs::file_dialog(const FileDialogRequest& request) {
-  file_dialogs.push_back(request);
-  if (files.empty()) return {};
-  auto f = files.front();
-  files.pop_front();
-  return f;
-}
-
-std::string FakeDialogs::input_box(const std::string& prompt, const std::string& title,
-                                   const std::string& default_text) {
-  input_boxes.push_back({prompt, title, default_text});
-  if (inputs.empty()) return {};
-  auto s = inputs.front();
-  inputs.pop_front();
-  return s;
-}
-
-// --- timers --------------------------------------------------------------------------------
 
 void FakeTimers::timer_changed(Timer& timer) {
   auto it = armed_.find(&timer);
-  const bool running = it != armed_.end() && clock_.pending(it->second);
-  if (timer.enabled() && timer.interval() > 0) {
-    if (running) clock_.cancel(it->second);  // a new interval counts from now
-    arm(timer);
-  } else if (it != armed_.end()) {
-    clock_.cancel(it->second);
+  if (it != armed_.end()) {
+    clock_.cancel(it->second);  // a new interval counts from now
     armed_.erase(it);
   }
+  if (timer.enabled() && timer.interval() > 0) arm(timer);
 }
 
 void FakeTimers::timer_destroyed(Timer& timer) {
@@ -67,11 +38,6 @@ void FakeTimers::timer_destroyed(Timer& timer) {
   if (it == armed_.end()) return;
   clock_.cancel(it->second);
   armed_.erase(it);
-}
-
-int FakeTimers::ticks(const Timer& timer) const {
-  auto it = ticks_.find(&timer);
-  return it == ticks_.end() ? 0 : it->second;
 }
 
 void FakeTimers::arm(Timer& timer) {
@@ -84,8 +50,6 @@ void FakeTimers::arm(Timer& timer) {
     run_handler(dialogs_, [&timer] { timer.tick(); });
   });
 }
-
-// --- serial --------------------------------------------------------------------------------
 
 void FakeSerialPort::set_comm_port(int number) {
   if (open_) throw SerialError("Port already open");
@@ -115,39 +79,22 @@ void FakeSerialPort::output(const std::string& chars) {
 
 std::string FakeSerialPort::input() {
   if (!open_) throw SerialError("Operation valid only when the port is open");
-  std::string s;
-  s.swap(received_);
-  return s;
+  return std::exchange(received_, {});
 }
 
-std::string FakeSerialPort::device_name(int number) const {
-  return present.count(number) ? "fake" + std::to_string(number) : std::string();
-}
-
-void FakeSerialPort::arrive_after(long long delay_ms, std::string bytes, int event, bool any_port) {
-  const int target = port_;
-  clock_.schedule(delay_ms, [this, target, bytes = std::move(bytes), event, any_port] {
-    if (!open_ || (!any_port && port_ != target)) return;
+void FakeSerialPort::arrive_after(long long delay_ms, std::string bytes, int event, int on) {
+  if (on == 0) on = port_;
+  clock_.schedule(delay_ms, [this, on, bytes = std::move(bytes), event] {
+    if (!open_ || (on > 0 && port_ != on)) return;
     if (event == kReceive) received_ += bytes;
     event_ = event;
     if (on_comm) run_handler(dialogs_, on_comm);
   });
 }
 
-void FakeSerialPort::arrive_on(int port_number, long long delay_ms, std::string bytes) {
-  clock_.schedule(delay_ms, [this, port_number, bytes = std::move(bytes)] {
-    if (!open_ || port_ != port_number) return;
-    received_ += bytes;
-    event_ = kReceive;
-    if (on_comm) run_handler(dialogs_, on_comm);
-  });
-}
-
-// --- pump, clock, windows ------------------------------------------------------------------
-
 void FakePump::process_events() {
   if (closing) throw ProgramClosing{};
-  if (++steps > max_steps) {
+  if (++steps_ > max_steps) {
     ADD_FAILURE() << "a wait ran " << max_steps << " steps without ending";
     throw WaitNeverEnds{};
   }
@@ -159,27 +106,17 @@ void FakePump::process_events() {
 }
 
 DateTime FakeClock::now() const {
-  DateTime t = start;
-  long long seconds = t.hour * 3600LL + t.minute * 60LL + t.second + clock_.now_ms() / 1000;
-  seconds %= 24 * 3600;
-  t.hour = static_cast<int>(seconds / 3600);
-  t.minute = static_cast<int>(seconds / 60 % 60);
-  t.second = static_cast<int>(seconds % 60);
-  return t;
+  const long long s = (12 * 3600 + clock_.now_ms() / 1000) % (24 * 3600);
+  return {2026,
+          11,
+          15,
+          static_cast<int>(s / 3600),
+          static_cast<int>(s / 60 % 60),
+          static_cast<int>(s % 60)};
 }
 
-std::string form_name(FormId form) {
-  switch (form) {
-    case FormId::Form2:
-      return "Form2";
-    case FormId::Form3:
-      return "Form3";
-    case FormId::Form4:
-      return "Form4";
-    case FormId::Form5:
-      return "Form5";
-  }
-  return "?";
+static std::string form_name(FormId form) {
+  return "Form" + std::to_string(static_cast<int>(form) + 2);
 }
 
 void FakeWindows::show(FormId form) {
@@ -197,17 +134,11 @@ void FakeWindows::end_program() {
   if (pump) pump->closing = true;
 }
 
-FakePlatform::FakePlatform() {
-  windows.pump = &pump;
-}
-
-// --- files ---------------------------------------------------------------------------------
-
 TempFolder::TempFolder() {
   static std::atomic<int> counter{0};
-  std::random_device rd;
-  path_ = std::filesystem::temp_directory_path() /
-          ("nerit-test-" + std::to_string(rd()) + "-" + std::to_string(counter++));
+  path_ =
+      std::filesystem::temp_directory_path() /
+      ("nerit-test-" + std::to_string(std::random_device{}()) + "-" + std::to_string(counter++));
   std::filesystem::create_directories(path_);
 }
 
@@ -217,9 +148,9 @@ TempFolder::~TempFolder() {
 }
 
 void TempFolder::write(const std::string& name, const std::vector<unsigned char>& bytes) const {
-  std::ofstream out(path_ / name, std::ios::binary);
-  out.write(reinterpret_cast<const char*>(bytes.data()),
-            static_cast<std::streamsize>(bytes.size()));
+  std::ofstream(path_ / name, std::ios::binary)
+      .write(reinterpret_cast<const char*>(bytes.data()),
+             static_cast<std::streamsize>(bytes.size()));
 }
 
 }  // namespace nerit::testing

@@ -16,29 +16,18 @@ namespace nerit::testing {
 // Thrown by the pump when nothing is left that could end a wait (the test has failed already).
 struct WaitNeverEnds {};
 
+// Message boxes are recorded and answered in turn from `answers`; without one an Ok box
+// answers Ok, a Yes/No box No, others Cancel. File dialogs and input boxes are cancelled.
 class FakeDialogs : public Dialogs {
  public:
-  struct FileDialogShown {
-    FileDialogRequest request;
-  };
-  struct InputBoxShown {
-    std::string prompt, title, default_text;
-  };
-
   using Dialogs::message_box;
   MsgAnswer message_box(const MessageBoxRequest& request) override;
-  std::filesystem::path file_dialog(const FileDialogRequest& request) override;
-  std::string input_box(const std::string& prompt, const std::string& title,
-                        const std::string& default_text) override;
-
-  // Answers given in turn; without one an Ok box answers Ok, a Yes/No box No, others Cancel.
+  std::filesystem::path file_dialog(const FileDialogRequest&) override { return {}; }
+  std::string input_box(const std::string&, const std::string&, const std::string&) override {
+    return {};
+  }
   std::deque<MsgAnswer> answers;
-  std::deque<std::filesystem::path> files;  // without one the dialog is cancelled
-  std::deque<std::string> inputs;           // without one the input box is cancelled
-
   std::vector<MessageBoxRequest> shown;
-  std::vector<FileDialogRequest> file_dialogs;
-  std::vector<InputBoxShown> input_boxes;
 };
 
 class FakeTimers : public TimerHost {
@@ -46,7 +35,7 @@ class FakeTimers : public TimerHost {
   FakeTimers(VirtualClock& clock, Dialogs& dialogs) : clock_(clock), dialogs_(dialogs) {}
   void timer_changed(Timer& timer) override;
   void timer_destroyed(Timer& timer) override;
-  int ticks(const Timer& timer) const;
+  int ticks(const Timer& timer) const { return ticks_.count(&timer) ? ticks_.at(&timer) : 0; }
 
  private:
   void arm(Timer& timer);
@@ -72,16 +61,14 @@ class FakeSerialPort : public SerialPort {
   void output(const std::string& chars) override;
   std::string input() override;
   int comm_event() const override { return event_; }
-  std::string device_name(int number) const override;
+  std::string device_name(int number) const override {
+    return present.count(number) ? "fake" + std::to_string(number) : "";
+  }
   VirtualClock& clock() { return clock_; }
 
-  // Schedules bytes to arrive on the port that is open now, when they are due (lost if that
-  // port is closed by then). With any_port they reach whichever port is open at that time.
-  void arrive_after(long long delay_ms, std::string bytes, int event = kReceive,
-                    bool any_port = false);
-
-  // Bytes arriving on one port number: lost unless that port is open when they are due.
-  void arrive_on(int port_number, long long delay_ms, std::string bytes);
+  // Bytes (or another event) due after delay_ms on port `on`: 0 is the port open now, -1
+  // whichever is open then. Lost when that port is not open when they are due.
+  void arrive_after(long long delay_ms, std::string bytes, int event = kReceive, int on = 0);
 
   std::set<int> present;
   std::vector<int> open_attempts;      // every port number an open was tried on
@@ -107,10 +94,10 @@ class FakePump : public EventPump {
   void process_events() override;
   bool closing = false;
   long long max_steps = 2'000'000;  // a wait that spins this long is a fault too
-  long long steps = 0;
 
  private:
   VirtualClock& clock_;
+  long long steps_ = 0;
 };
 
 // Wall time = 2026-11-15 12:00:00 plus the virtual milliseconds.
@@ -118,7 +105,6 @@ class FakeClock : public Clock {
  public:
   explicit FakeClock(const VirtualClock& clock) : clock_(clock) {}
   DateTime now() const override;
-  DateTime start{2026, 11, 15, 12, 0, 0};
 
  private:
   const VirtualClock& clock_;
@@ -127,13 +113,12 @@ class FakeClock : public Clock {
 class FakeLocale : public Locale {
  public:
   char decimal_separator() const override { return decimal; }
-  std::string short_date_pattern() const override { return date_pattern; }
-  std::string time_pattern() const override { return time_pattern_text; }
+  std::string short_date_pattern() const override { return "dd.MM.yyyy"; }
+  std::string time_pattern() const override { return "HH:mm:ss"; }
   char decimal = '.';
-  std::string date_pattern = "dd.MM.yyyy";
-  std::string time_pattern_text = "HH:mm:ss";
 };
 
+// Records "show Form3", "unload Form2", "end"; the end makes the pump end every wait.
 class FakeWindows : public WindowHost {
  public:
   void show(FormId form) override;
@@ -142,15 +127,12 @@ class FakeWindows : public WindowHost {
   void end_program() override;
 
   std::set<FormId> loaded;
-  std::vector<std::string> calls;  // "show Form3", "unload Form2", "end"
-  // Set by end_program: the pump then ends every wait.
+  std::vector<std::string> calls;
   FakePump* pump = nullptr;
 };
 
-std::string form_name(FormId form);
-
 struct FakePlatform {
-  FakePlatform();
+  FakePlatform() { windows.pump = &pump; }
   VirtualClock clock;
   FakeDialogs dialogs;
   FakeTimers timers{clock, dialogs};

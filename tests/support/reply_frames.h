@@ -1,8 +1,8 @@
 #pragma once
-// Reply frames as the controller sends them: 0x55, type, 18 data bytes, CR, LF.
-#include <array>
-#include <cstdint>
+// Reply frames as the controller sends them: 0x55, type, 18 data bytes (offsets 2..19), CR, LF.
+#include <cstdio>
 #include <initializer_list>
+#include <stdexcept>
 #include <string>
 #include <string_view>
 
@@ -10,29 +10,57 @@ namespace nerit::testing {
 
 class ReplyFrame {
  public:
-  explicit ReplyFrame(std::uint8_t type);
+  explicit ReplyFrame(int type) { b_[1] = static_cast<char>(type); }
 
-  ReplyFrame& byte(int offset, std::uint8_t value);
+  ReplyFrame& byte(int offset, int value) {
+    if (offset < 2 || offset > 19) throw std::out_of_range("reply data offset");
+    b_[static_cast<std::size_t>(offset)] = static_cast<char>(value);
+    return *this;
+  }
   // Little-endian word at offset, offset + 1.
-  ReplyFrame& word(int offset, int value);
+  ReplyFrame& word(int offset, int value) {
+    return byte(offset, value & 0xFF).byte(offset + 1, value >> 8);
+  }
   // Status word Wk (k = 1..8): low byte at offset 2k + 2.
   ReplyFrame& status_word(int k, int value) { return word(2 * k + 2, value); }
   // Big-endian address at offsets 2 and 3.
-  ReplyFrame& address(int value);
-  // Characters from offset 4 on.
-  ReplyFrame& text(std::string_view chars);
-
-  std::string bytes() const;
-  operator std::string() const { return bytes(); }
+  ReplyFrame& address(int value) { return byte(2, value >> 8).byte(3, value & 0xFF); }
+  ReplyFrame& text(std::string_view chars) {
+    int offset = 4;
+    for (char ch : chars) byte(offset++, static_cast<unsigned char>(ch));
+    return *this;
+  }
+  operator std::string() const { return b_; }
 
  private:
-  std::array<std::uint8_t, 22> b_{};
+  std::string b_ = std::string("\x55") + std::string(19, '\0') + "\r\n";
 };
 
-// A 0x0C reply for the block at address with the given data bytes (the rest zero).
-std::string sram_reply(int address, std::initializer_list<std::uint8_t> data);
+// Text reply (type 0x00): the text from offset 4, byte 3 = flag (1: made permanent).
+inline std::string text_reply(std::string_view text, int flag = 0) {
+  return ReplyFrame(0x00).byte(3, flag).text(text);
+}
+inline std::string firmware_reply(std::string_view text16) {
+  return ReplyFrame(0xFD).text(text16);
+}
+
+// A 0x0C reply for the block at address with the given data bytes from offset 4 (the rest zero).
+inline std::string sram_reply(int address, std::initializer_list<int> data) {
+  ReplyFrame f(0x0C);
+  int offset = 4;
+  for (int v : data) f.byte(offset++, v);
+  return f.address(address);
+}
 
 // "55 0C 02 50" style, for readable comparisons of byte strings.
-std::string hex_bytes(std::string_view bytes);
+inline std::string hex_bytes(std::string_view bytes) {
+  std::string out;
+  char buf[5];
+  for (unsigned char ch : bytes) {
+    std::snprintf(buf, sizeof buf, out.empty() ? "%02X" : " %02X", ch);
+    out += buf;
+  }
+  return out;
+}
 
 }  // namespace nerit::testing

@@ -13,7 +13,6 @@ class SimWire {
   SimWire& operator=(const SimWire&) = delete;
 
  private:
-  void deliver();
   void schedule_next();
 
   FakeSerialPort& port_;

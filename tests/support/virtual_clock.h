@@ -4,7 +4,6 @@
 #include <cstdint>
 #include <functional>
 #include <map>
-#include <string>
 #include <utility>
 
 namespace nerit::testing {
@@ -15,22 +14,21 @@ class VirtualClock {
 
   long long now_ms() const { return now_; }
   Id schedule(long long delay_ms, std::function<void()> action);
-  void cancel(Id id);
-  bool pending(Id id) const;
+  void cancel(Id id) {
+    std::erase_if(events_, [id](const auto& e) { return e.first.second == id; });
+  }
   bool idle() const { return events_.empty(); }
-  long long next_due() const;
+  long long next_due() const { return events_.empty() ? -1 : events_.begin()->first.first; }
 
   // Advances to the earliest event and runs it; false when nothing is scheduled.
   bool run_next();
-  // Runs every event due up to and including t, then stands at t.
-  void run_until(long long t_ms);
-  void advance(long long ms) { run_until(now_ + ms); }
+  // Runs every event due within ms from now, then stands at now + ms.
+  void advance(long long ms);
 
  private:
   long long now_ = 0;
   Id next_id_ = 1;
   std::map<std::pair<long long, Id>, std::function<void()>> events_;
-  std::map<Id, long long> due_of_;
 };
 
 }  // namespace nerit::testing
