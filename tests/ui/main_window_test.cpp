@@ -1,52 +1,27 @@
 // The real main window on the offscreen platform: the models reach the widgets, user input
 // reaches the handlers, faults become message boxes and closing ends the program.
-#include <gtest/gtest.h>
-
 #include <QAction>
 #include <QApplication>
 #include <QComboBox>
-#include <QDeadlineTimer>
 #include <QGroupBox>
 #include <QLabel>
-#include <QListWidget>
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QTest>
-#include <QThread>
 
 #include "shell/errors.h"
-#include "tests/support/fake_platform.h"
-#include "tests/ui/event_loop_waits.h"
-#include "ui/application.h"
+#include "tests/ui/ui_test_support.h"
 
 namespace nerit::ui {
 namespace {
 
-class MainWindowTest : public ::testing::Test {
+class MainWindowTest : public ProgramTest {
  protected:
-  MainWindowTest() {
-    Application::Options options;
-    options.program_folder = folder.path();
-    options.show_splash = false;
-    options.dialogs = &dialogs;
-    app = std::make_unique<Application>(options);
-    app->start();
-  }
-
-  QString cell(GridView* view, int r, int c) {
-    return view->model()->index(r, c).data().toString();
-  }
-  const MainWindow::Widgets& w() { return app->main_window().widgets(); }
-  Form1Controls& c() { return app->program().form1.c; }
-
-  testing::TempFolder folder;
-  testing::FakeDialogs dialogs;
-  std::unique_ptr<Application> app;
+  MainWindowTest() { start(); }
 };
 
 TEST_F(MainWindowTest, ShowsTheLoadedWindow) {
-  MainWindow& win = app->main_window();
-  EXPECT_EQ(win.windowTitle(), "Nerit: ");
+  EXPECT_EQ(app->main_window().windowTitle(), "Nerit: ");
   ASSERT_EQ(w().List2->count(), 5);
   const char* panels[] = {"Injektoradjust", "Airflow Fuelcut", "Boostcontrol", "Airflow Output",
                           "Acceleration Fuel"};
@@ -56,23 +31,19 @@ TEST_F(MainWindowTest, ShowsTheLoadedWindow) {
   EXPECT_EQ(w().Label4[0]->text(), "offline");
   EXPECT_EQ(w().Label4[0]->palette().color(QPalette::Window), QColor(255, 0, 0));
   EXPECT_EQ(w().Label4[1]->text(), "-");
-  EXPECT_EQ(w().Label4[2]->text(), "-");
   EXPECT_EQ(w().Command1->text(), "Connect");
-
   EXPECT_EQ(w().Combo2->count(), 33);
   EXPECT_EQ(w().Combo2->currentIndex(), -1);
   EXPECT_EQ(w().Combo2->placeholderText(), QString::fromUtf8("Debugport wählen...."));
   EXPECT_EQ(w().Combo1->itemText(3), "Airflow Karmann Vortex / Hz");
   EXPECT_FALSE(w().Combo3->isEnabled());
   EXPECT_EQ(w().Combo3->count(), 9);
-
   EXPECT_FALSE(w().menu.at("Start")->isEnabled());
   EXPECT_FALSE(w().menu.at("Stop")->isEnabled());
   for (const char* entry :
        {"Laden", "Speichern", "Autoconnect", "Read Data", "Write Data", "Firmwareupdate",
         "Basesettings", "Airflowsettings", "RPM Points", "Load Points", "Realtimedata"})
     EXPECT_TRUE(w().menu.at(entry)->isEnabled()) << entry;
-
   EXPECT_EQ(cell(w().MSFlexGrid2, 0, 1), "500");
   EXPECT_EQ(cell(w().MSFlexGrid3, 0, 16), "8000");
   EXPECT_EQ(cell(w().MSFlexGrid2, 16, 0), "--");
@@ -115,27 +86,22 @@ TEST_F(MainWindowTest, ChoosingAPanelShowsOnlyThatPanel) {
   EXPECT_EQ(w().Frame1[kPanelBoostcontrol]->title(), "Boostcontroll Pin #22");
 }
 
-TEST_F(MainWindowTest, BasesettingsOfflineWarnsAndOpensTheWindow) {
-  w().menu.at("Basesettings")->trigger();
-  ASSERT_EQ(dialogs.shown.size(), 1u);
-  EXPECT_EQ(dialogs.shown[0].icon, MsgIcon::Information);
-  EXPECT_TRUE(app->windows().is_loaded(FormId::Form3));
-  EXPECT_EQ(app->windows().widget(FormId::Form3)->windowTitle(), "Basesettings");
-}
-
 TEST_F(MainWindowTest, AFaultInAHandlerBecomesAMessageAndTheProgramGoesOn) {
   app->run([] { throw OverflowError(); });
   ASSERT_EQ(dialogs.shown.size(), 1u);
   EXPECT_EQ(dialogs.shown[0].text, "Overflow");
   EXPECT_EQ(dialogs.shown[0].title, "Error");
-  EXPECT_EQ(dialogs.shown[0].icon, MsgIcon::Critical);
   app->run([this] { c().Label4[1].caption = "still here"; });
   EXPECT_EQ(w().Label4[1]->text(), "still here");
 }
 
-TEST_F(MainWindowTest, ClosingTheWindowUnloadsEverythingAndEnds) {
+TEST_F(MainWindowTest, BasesettingsOfflineWarnsAndClosingUnloadsEverythingAndEnds) {
   w().menu.at("Basesettings")->trigger();
+  ASSERT_EQ(dialogs.shown.size(), 1u);
+  EXPECT_EQ(dialogs.shown[0].icon, MsgIcon::Information);
   ASSERT_TRUE(app->windows().is_loaded(FormId::Form3));
+  EXPECT_EQ(app->windows().widget(FormId::Form3)->windowTitle(), "Basesettings");
+
   QSignalSpy quit(qApp, &QCoreApplication::aboutToQuit);
   app->main_window().close();
   EXPECT_TRUE(app->closing());
@@ -143,7 +109,7 @@ TEST_F(MainWindowTest, ClosingTheWindowUnloadsEverythingAndEnds) {
   EXPECT_FALSE(app->main_window().isVisible());
   // A wait still running now ends instead of going on.
   EXPECT_THROW(app->platform().pump.process_events(), ProgramClosing);
-  EXPECT_TRUE(dialogs.shown.size() == 1u);  // only the offline note, nothing asked on exit
+  EXPECT_EQ(dialogs.shown.size(), 1u);  // nothing asked on exit
 }
 
 TEST_F(MainWindowTest, ComingBackFromBasesettingsReloadsThePressureTable) {
@@ -161,10 +127,7 @@ TEST_F(MainWindowTest, ComingBackFromBasesettingsReloadsThePressureTable) {
 TEST(SplashTest, ShowsCentredAndClosesItself) {
   testing::TempFolder folder;
   testing::FakeDialogs dialogs;
-  Application::Options options;
-  options.program_folder = folder.path();
-  options.dialogs = &dialogs;
-  Application app(options);
+  Application app({folder.path(), true, &dialogs, {}, ""});
   app.start();
   QWidget* splash = app.windows().widget(FormId::Form4);
   ASSERT_NE(splash, nullptr);
@@ -172,7 +135,7 @@ TEST(SplashTest, ShowsCentredAndClosesItself) {
   EXPECT_NEAR(splash->geometry().center().x(), screen.center().x(), 2);
   EXPECT_NEAR(splash->geometry().center().y(), screen.center().y(), 2);
   EXPECT_TRUE(app.main_window().isVisible());
-  EXPECT_TRUE(wait_until([&] { return !app.windows().is_loaded(FormId::Form4); }, 5000));
+  EXPECT_TRUE(wait_until([&] { return !app.windows().is_loaded(FormId::Form4); }));
 }
 
 }  // namespace
