@@ -18,14 +18,18 @@ TEST(CellCodec, CorrectionPercentAndStoredByte) {
   const struct {
     double percent;
     int stored;
-  } to_byte[] = {{-100, 1}, {-50, 64}, {-25, 96}, {0, 128}, {50, 192}, {100, 255}, {-101, 0}};
+  } to_byte[] = {
+      {-100, 1}, {-50, 64}, {-25, 96}, {0, 128}, {50, 192}, {100, 255}, {-101, 0},
+  };
   for (const auto& c : to_byte) EXPECT_EQ(correction_byte(c.percent), c.stored) << c.percent;
   EXPECT_THROW(correction_byte(101), OverflowError);
 
   const struct {
     int stored;
     const char* text;
-  } to_text[] = {{255, "100"}, {128, "0"}, {64, "-50"}, {1, "-100"}, {0, "-101"}, {127, "-1"}};
+  } to_text[] = {
+      {255, "100"}, {128, "0"}, {64, "-50"}, {1, "-100"}, {0, "-101"}, {127, "-1"},
+  };
   for (const auto& c : to_text)
     EXPECT_EQ(correction_cell_text(static_cast<std::uint8_t>(c.stored)), c.text) << c.stored;
 }
@@ -35,9 +39,10 @@ TEST(CellCodec, AirflowBytesAndCellTexts) {
   const struct {
     double value, type;
     Pair bytes;
-  } to_bytes[] = {{3000, 0, {0x53, 0}}, {20, 0, {0xD4, 0x30}}, {5000, 0, {0x32, 0}},
-                  {2999, 0, {0x53, 0}}, {5000, 1, {0xFF, 0}},  {6000, 4, {0xFF, 0}},
-                  {2500, 1, {127, 0}},  {0, 1, {0, 0}}};
+  } to_bytes[] = {
+      {3000, 0, {0x53, 0}}, {20, 0, {0xD4, 0x30}}, {5000, 0, {0x32, 0}}, {2999, 0, {0x53, 0}},
+      {5000, 1, {0xFF, 0}}, {6000, 4, {0xFF, 0}},  {2500, 1, {127, 0}},  {0, 1, {0, 0}},
+  };
   for (const auto& c : to_bytes) EXPECT_EQ(airflow_bytes(c.value, c.type), c.bytes) << c.value;
   EXPECT_THROW(airflow_bytes(0, 0), DivisionByZeroError);
   EXPECT_THROW(airflow_bytes(3, 0), OverflowError);  // 83333 needs 17 bits
@@ -45,8 +50,10 @@ TEST(CellCodec, AirflowBytesAndCellTexts) {
   const struct {
     int low, high, type;
     const char* text;
-  } to_text[] = {{255, 0, 1, "5000"},   {0, 0, 1, "0"},         {128, 7, 2, "2510"},
-                 {0xD4, 0x30, 0, "20"}, {0x01, 0, 0, "250000"}, {0xE8, 0x03, 0, "250"}};
+  } to_text[] = {
+      {255, 0, 1, "5000"},   {0, 0, 1, "0"},         {128, 7, 2, "2510"},
+      {0xD4, 0x30, 0, "20"}, {0x01, 0, 0, "250000"}, {0xE8, 0x03, 0, "250"},
+  };
   for (const auto& c : to_text)
     EXPECT_EQ(airflow_cell_text(static_cast<std::uint8_t>(c.low), static_cast<std::uint8_t>(c.high),
                                 c.type),

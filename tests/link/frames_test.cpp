@@ -35,7 +35,8 @@ TEST(Frames, BytesOnTheWire) {
       {stream_frame(1), "55 80 00 00 01" + zeros(16) + " 0D"},
       {stream_frame(2), "55 80 00 00 02" + zeros(16) + " 0D"},
       {command_frame(0x09, 0x12, 0x34, FrameData{0x01, 0xC8}),
-       "55 09 12 34 01 C8" + zeros(15) + " 0D"}};
+       "55 09 12 34 01 C8" + zeros(15) + " 0D"},
+  };
   for (const auto& c : cases) EXPECT_EQ(testing::hex_bytes(c.frame), c.expected);
   EXPECT_THROW(address_frame(kCmdSramRead, 0x10000), OverflowError);
   EXPECT_THROW(address_frame(kCmdSramRead, -1), OverflowError);

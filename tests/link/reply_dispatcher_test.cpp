@@ -114,11 +114,10 @@ TEST_F(ReplyDispatch, EngineSpeedRejectsSpikesAndAZeroPeriod) {
     double rpmfaktor;
     int w4;
     double drehzahl;
-  } steps[] = {{30000000, 10000, 3000},
-               {30000000, 3333, 3000},
-               {30000000, 3334, 8998},
-               {18000000, 2000, 8998},
-               {30000000, 0, 8998}};
+  } steps[] = {
+      {30000000, 10000, 3000}, {30000000, 3333, 3000}, {30000000, 3334, 8998},
+      {18000000, 2000, 8998},  {30000000, 0, 8998},
+  };
   for (const auto& s : steps) {
     SCOPED_TRACE(s.w4);
     vars.rpmfaktor = s.rpmfaktor;
@@ -150,7 +149,8 @@ TEST_F(ReplyDispatch, LiveRowsOfOneStatusFrame) {
       {1, '.', -1, 14, 83, 7, "3012"}, {1, '.', 1, 16, 51, 8, "--"},
       {1, '.', -1, 16, 51, 8, "--"},   {1, '.', 2, 16, 128, 8, "2.51"},
       {1, '.', -1, 18, 0, 9, "0"},     {1, '.', -1, 18, 12500, 9, "20"},
-      {1, '.', -1, 18, 65535, 9, "3"}};
+      {1, '.', -1, 18, 65535, 9, "3"},
+  };
   for (const auto& k : cases) {
     SCOPED_TRACE(::testing::Message() << "offset " << k.offset << " value " << k.value);
     c.boost_display = k.boost_display;
@@ -188,9 +188,10 @@ TEST_F(ReplyDispatch, HighlightFollowsTheOperatingCellWhenItMoves) {
   const struct {
     int check2, fokus, b13;
     Calls expected;
-  } steps[] = {{0, 0, 0x23, {}},        {1, 0, 0x23, {}},       {1, 0, 0x30, {{4, 1}}},
-               {1, 0, 0x30, {}},        {1, 0, 0x23, {{3, 3}}}, {1, 1, 0x45, {{3, 3}}},
-               {1, 0, 0xFF, {{16, 15}}}};
+  } steps[] = {
+      {0, 0, 0x23, {}},       {1, 0, 0x23, {}},       {1, 0, 0x30, {{4, 1}}},   {1, 0, 0x30, {}},
+      {1, 0, 0x23, {{3, 3}}}, {1, 1, 0x45, {{3, 3}}}, {1, 0, 0xFF, {{16, 15}}},
+  };
   for (const auto& s : steps) {
     SCOPED_TRACE(s.b13);
     calls.clear();
@@ -246,9 +247,11 @@ TEST_F(ReplyDispatch, SettingsBlockOne) {
     const char* caption;
     int combo3;
     bool analog, boost_on;
-  } cases[] = {{0, 1, "Airflow Out: Karman Vortex 20-3000 Hz", 0, false, true},
-               {1, 0, "Airflow Out: Voltage 0-5000 mV", 1, true, false},
-               {3, 2, "Airflow Out: Voltage 0-5000 mV", 3, true, false}};
+  } cases[] = {
+      {0, 1, "Airflow Out: Karman Vortex 20-3000 Hz", 0, false, true},
+      {1, 0, "Airflow Out: Voltage 0-5000 mV", 1, true, false},
+      {3, 2, "Airflow Out: Voltage 0-5000 mV", 3, true, false},
+  };
   for (const auto& k : cases) {
     SCOPED_TRACE(k.airflowtype);
     c.Check3.value = k.boost_on ? 0 : 1;
@@ -279,10 +282,12 @@ TEST_F(ReplyDispatch, SettingsBlockTwo) {
     int zylinder, flags;
     double rpmfaktor;
     int check6, check4;
-  } cases[] = {{4, 0x01, 30000000, 1, 0},
-               {6, 0x02, 20000000, 0, 1},
-               {8, 0x03, 15000000, 1, 1},
-               {5, 0xFC, 12345, 0, 0}};
+  } cases[] = {
+      {4, 0x01, 30000000, 1, 0},
+      {6, 0x02, 20000000, 0, 1},
+      {8, 0x03, 15000000, 1, 1},
+      {5, 0xFC, 12345, 0, 0},
+  };
   for (const auto& k : cases) {
     SCOPED_TRACE(k.zylinder);
     vars.rpmfaktor = 12345;

@@ -1,13 +1,16 @@
-// The fault boundary every handler runs through.
+// The fault boundary every handler runs through, and the fake platform the other tests lean on:
+// waits that cannot end fail, timers keep time.
+#include "shell/fault_boundary.h"
+
+#include <gtest/gtest-spi.h>
+#include <gtest/gtest.h>
+
 #include <functional>
 #include <stdexcept>
-#include <string>
-
-#include <gtest/gtest.h>
+#include <vector>
 
 #include "shell/controls.h"
 #include "shell/errors.h"
-#include "shell/fault_boundary.h"
 #include "tests/support/fake_platform.h"
 
 namespace nerit {
@@ -21,29 +24,23 @@ void expect_error_box(const MessageBoxRequest& box, const std::string& text) {
 }
 
 TEST(FaultBoundary, EachFailureEndsTheActionWithOneErrorBox) {
-  struct Case {
-    const char* name;
+  const struct {
     std::function<void()> handler;
     const char* text;
+  } cases[] = {
+      {[] { throw OverflowError(); }, "Overflow"},
+      {[] { throw DivisionByZeroError(); }, "Division by zero"},
+      {[] { throw FileError("Cannot open x"); }, "Cannot open x"},
+      {[] { throw std::out_of_range("vector::at"); }, "Subscript out of range"},
+      {[] { Grid(3, 3).text(3, 0); }, "Subscript out of range"},
+      {[] { ComboBox().select(0); }, "Invalid property value"},
   };
-  const Case cases[] = {
-      {"overflow", [] { throw OverflowError(); }, "Overflow"},
-      {"division", [] { throw DivisionByZeroError(); }, "Division by zero"},
-      {"file", [] { throw FileError("Cannot open x"); }, "Cannot open x"},
-      {"range", [] { throw std::out_of_range("vector::at"); }, "Subscript out of range"},
-      {"grid cell", [] { Grid(3, 3).text(3, 0); }, "Subscript out of range"},
-      {"list index", [] { ComboBox().select(0); }, "Invalid property value"},
-  };
-  for (const Case& k : cases) {
-    SCOPED_TRACE(k.name);
+  for (const auto& k : cases) {
     testing::FakeDialogs dialogs;
     EXPECT_FALSE(run_handler(dialogs, k.handler));
     ASSERT_EQ(dialogs.shown.size(), 1u);
     expect_error_box(dialogs.shown[0], k.text);
   }
-}
-
-TEST(FaultBoundary, ClosingPassesThroughAndSuccessShowsNothing) {
   testing::FakeDialogs dialogs;
   EXPECT_THROW(run_handler(dialogs, [] { throw ProgramClosing{}; }), ProgramClosing);
   bool ran = false;
@@ -58,13 +55,46 @@ TEST(FaultBoundary, FailingTimerShowsTheBoxAndKeepsTicking) {
   timer.on_tick = [] { throw OverflowError(); };
   timer.attach(&fp.timers);
   timer.set_enabled(true);
-
   fp.clock.advance(350);
   EXPECT_EQ(fp.timers.ticks(timer), 3);
   ASSERT_EQ(fp.dialogs.shown.size(), 3u);
   for (const MessageBoxRequest& box : fp.dialogs.shown) expect_error_box(box, "Overflow");
   EXPECT_TRUE(timer.enabled());
   EXPECT_EQ(fp.clock.next_due(), 400);
+}
+
+TEST(FakePlatform, AWaitThatCanNeverEndFailsLoudly) {
+  testing::FakePlatform fp;
+  auto wait_fails = [&] {
+    try {
+      for (;;) fp.pump.process_events();
+    } catch (const testing::WaitNeverEnds&) {
+    }
+  };
+  EXPECT_NONFATAL_FAILURE(wait_fails(), "would never end");
+  Timer busy{10};  // something always due, yet the wait spins too long
+  busy.attach(&fp.timers);
+  busy.set_enabled(true);
+  fp.pump.max_steps = 3;
+  EXPECT_NONFATAL_FAILURE(wait_fails(), "without ending");
+  EXPECT_EQ(fp.timers.ticks(busy), 2);
+}
+
+TEST(FakePlatform, TimersTickAtTheirIntervalAndKeepARunningCountdown) {
+  testing::FakePlatform fp;
+  std::vector<long long> ticks;
+  Timer timer{250};
+  timer.on_tick = [&] { ticks.push_back(fp.clock.now_ms()); };
+  timer.attach(&fp.timers);
+  timer.set_enabled(true);
+  fp.clock.advance(1100);
+  timer.set_enabled(true);  // already running: the countdown goes on
+  fp.clock.advance(150);
+  timer.set_enabled(false);
+  fp.clock.advance(100);
+  timer.set_enabled(true);  // switched on again: a fresh countdown from now
+  fp.pump.process_events();
+  EXPECT_EQ(ticks, (std::vector<long long>{250, 500, 750, 1000, 1250, 1600}));
 }
 
 }  // namespace
