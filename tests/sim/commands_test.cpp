@@ -1,10 +1,9 @@
 // Answers to each command code, checked byte for byte against the memory they touch.
-#include <cstdio>
+#include <gtest/gtest.h>
+
 #include <filesystem>
 #include <fstream>
 #include <string>
-
-#include <gtest/gtest.h>
 
 #include "sim/controller.h"
 #include "tests/sim/sim_test_support.h"
@@ -17,38 +16,38 @@ using test::command;
 using test::exchange;
 using test::joined;
 
-const std::string kEnd = bytes({0x0D, 0x0A});
+std::string text_frame(std::string text, int flag = 0) {
+  text.resize(16, '\0');
+  return bytes({0x55, 0x00, 0x00, flag}) + text + "\r\n";
+}
 
-std::string text_frame(const std::string& text, int flag = 0) {
-  std::string body = text;
-  body.resize(16, '\0');
-  return bytes({0x55, 0x00, 0x00, flag}) + body + kEnd;
+// A reply frame of `type` for the block at `address`.
+std::string block_frame(int type, int address, const Block& data) {
+  return bytes({0x55, type, address >> 8, address & 0xFF}) + std::string(data.begin(), data.end()) +
+         "\r\n";
 }
 
 TEST(SimCommands, ConnectAnswersWithTheFirmwareTextInBothFrameLengths) {
-  const std::string expected = bytes({0x55, 0xFD, 0, 0}) + "Nerit SIM V1.00 " + kEnd;
+  const std::string expected = bytes({0x55, 0xFD, 0, 0}) + "Nerit SIM V1.00 \r\n";
   Controller c;
-  const auto full = exchange(c, 10, command(0x05), 10);
-  ASSERT_EQ(full.size(), 1u);
-  EXPECT_EQ(full[0], (Emission{10, expected}));
-  const auto short_form = exchange(c, 20, test::short_connect(), 20);
-  ASSERT_EQ(short_form.size(), 1u);
-  EXPECT_EQ(short_form[0], (Emission{20, expected}));
+  EXPECT_EQ(exchange(c, 10, command(0x05), 10), (std::vector<Emission>{{10, expected}}));
+  EXPECT_EQ(exchange(c, 20, test::short_connect(), 20), (std::vector<Emission>{{20, expected}}));
   EXPECT_TRUE(c.frames_received().back().frame.short_connect);
 }
 
 TEST(SimCommands, ReadWorkingMemoryReturnsTheDefaultTune) {
   Controller c;
-  EXPECT_EQ(joined(exchange(c, 0, command(0x0C, 0x0240), 0)),
-            bytes({0x55, 0x0C, 0x02, 0x40, 1,    1,   20, 230, 0x50, 0x01, 0x20,
-                   0x01, 0xB8, 0x01, 0xB8, 0x01, 128, 0,  255, 0,    0x0D, 0x0A}));
+  EXPECT_EQ(
+      joined(exchange(c, 0, command(0x0C, 0x0240), 0)),
+      block_frame(0x0C, 0x240,
+                  {1, 1, 20, 230, 0x50, 0x01, 0x20, 0x01, 0xB8, 0x01, 0xB8, 0x01, 128, 0, 255, 0}));
   EXPECT_EQ(joined(exchange(c, 1, command(0x0C, 0x0250), 1)),
-            bytes({0x55, 0x0C, 0x02, 0x50, 130, 128, 4, 15, 3, 2,    20,
-                   2,    20,   0,    1,    0,   0,   0, 0,  0, 0x0D, 0x0A}));
+            block_frame(0x0C, 0x250, {130, 128, 4, 15, 3, 2, 20, 2, 20, 0, 1}));
   // Periods of 500 ... 4000 rpm at 30000000 / rpm.
   EXPECT_EQ(joined(exchange(c, 2, command(0x0C, 0x0280), 2)),
-            bytes({0x55, 0x0C, 0x02, 0x80, 0x60, 0xEA, 0x30, 0x75, 0x20, 0x4E, 0x98,
-                   0x3A, 0xE0, 0x2E, 0x10, 0x27, 0x7B, 0x21, 0x4C, 0x1D, 0x0D, 0x0A}));
+            block_frame(0x0C, 0x280,
+                        {0x60, 0xEA, 0x30, 0x75, 0x20, 0x4E, 0x98, 0x3A, 0xE0, 0x2E, 0x10, 0x27,
+                         0x7B, 0x21, 0x4C, 0x1D}));
   const MemoryWindow& ram = c.working_memory();
   EXPECT_EQ(ram.word(0x0260), 26);   // 20 kPa
   EXPECT_EQ(ram.word(0x027E), 211);  // 250 kPa
@@ -60,125 +59,101 @@ TEST(SimCommands, ReadWorkingMemoryReturnsTheDefaultTune) {
   }
 }
 
-TEST(SimCommands, WriteWorkingMemoryIsAcknowledgedAndReadsBack) {
-  Controller c;
+TEST(SimCommands, WritesAreAcknowledgedAndReadBackEachInItsOwnMemory) {
   const Block row{0, 1, 2, 13, 0x55, 128, 200, 255, 9, 10, 11, 12, 13, 14, 15, 16};
+  Controller c;
+  const Controller fresh;
   EXPECT_EQ(joined(exchange(c, 0, command(0x0B, 0x02B0, row), 0)), text_frame("Write SDram"));
-  std::string expected = bytes({0x55, 0x0C, 0x02, 0xB0});
-  for (auto b : row) expected.push_back(static_cast<char>(b));
-  EXPECT_EQ(joined(exchange(c, 1, command(0x0C, 0x02B0), 1)), expected + kEnd);
+  EXPECT_EQ(joined(exchange(c, 1, command(0x0C, 0x02B0), 1)), block_frame(0x0C, 0x2B0, row));
   EXPECT_EQ(c.working_memory().at(0x02AF), 128);  // the neighbours are untouched
   EXPECT_EQ(c.working_memory().at(0x02C0), 128);
-  EXPECT_EQ(c.eeprom(), c.permanent().eeprom);
-}
+  EXPECT_EQ(c.eeprom(), fresh.eeprom());
 
-TEST(SimCommands, WriteEepromIsAcknowledgedAndReadsBackWithoutTouchingWorkingMemory) {
-  Controller c;
-  const Block data{1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16};
-  const MemoryWindow ram_before = c.working_memory();
-  EXPECT_EQ(joined(exchange(c, 0, command(0x01, 0x0060, data), 0)), text_frame("Write EEProm"));
-  std::string expected = bytes({0x55, 0x02, 0x00, 0x60});
-  for (auto b : data) expected.push_back(static_cast<char>(b));
-  EXPECT_EQ(joined(exchange(c, 1, command(0x02, 0x0060), 1)), expected + kEnd);
-  EXPECT_EQ(c.working_memory(), ram_before);
-}
+  const MemoryWindow ram = c.working_memory();
+  EXPECT_EQ(joined(exchange(c, 2, command(0x01, 0x0060, row), 2)), text_frame("Write EEProm"));
+  EXPECT_EQ(joined(exchange(c, 3, command(0x02, 0x0060), 3)), block_frame(0x02, 0x060, row));
+  EXPECT_EQ(c.working_memory(), ram);
 
-TEST(SimCommands, ReadsOutsideTheMemoriesGiveZerosAndWritesThereAreIgnored) {
-  Controller c;
-  const MemoryWindow ram_before = c.working_memory();
-  exchange(c, 0, command(0x0B, 0x0100, Block{1, 2, 3}), 0);
-  EXPECT_EQ(c.working_memory(), ram_before);
-  EXPECT_EQ(joined(exchange(c, 1, command(0x0C, 0x0598), 1)),
+  // Outside the memories: writes are ignored, reads give zeros.
+  exchange(c, 4, command(0x0B, 0x0100, Block{1, 2, 3}), 4);
+  EXPECT_EQ(c.working_memory(), ram);
+  EXPECT_EQ(joined(exchange(c, 5, command(0x0C, 0x0598), 5)),
             bytes({0x55, 0x0C, 0x05, 0x98}) +
-                std::string(ram_before.bytes().end() - 8, ram_before.bytes().end()) +
-                std::string(8, '\0') + kEnd);
+                std::string(ram.bytes().end() - 8, ram.bytes().end()) + std::string(8, '\0') +
+                "\r\n");
 }
 
 TEST(SimCommands, ReloadCopiesTheReducedEepromImageBackIntoWorkingMemory) {
-  Controller c;
+  Controller c;  // the default EEPROM holds the reduced copy of the default tune, boost off
+  Block load_9_to_12{};
+  for (int i = 0; i < 8; ++i) load_9_to_12[i] = c.working_memory().at(0x0270 + i);
+  EXPECT_EQ(c.eeprom().block(0x0030), load_9_to_12);
+  EXPECT_EQ(c.eeprom().at(0x001F), 0);
+  c.receive(0, command(0x06));
+  EXPECT_EQ(c.working_memory(), Controller().working_memory());
   // EEPROM row 3, columns 1-8 and row 4, columns 1-8 at 0x60.
   Block maps{};
   for (int i = 0; i < 16; ++i) maps[i] = static_cast<std::uint8_t>(160 + i);
-  Block settings{0, 1, 30, 220, 0x00, 0x02, 0x00, 0x01, 0xB8, 0x01, 0x26, 0x02, 102, 1, 127, 0};
-  Block load_9_to_12{40, 0, 41, 0, 42, 0, 43, 0, 7, 7, 7, 7, 7, 7, 7, 7};
-  c.receive(0, command(0x01, 0x0060, maps) + command(0x01, 0x0010, settings) +
-                   command(0x01, 0x0030, load_9_to_12) + command(0x0A, 0, Block{1, 2, 3}));
+  const Block settings{0,    1,    30,   220,  0x00, 0x02, 0x00, 0x01,
+                       0xB8, 0x01, 0x26, 0x02, 102,  1,    127,  0};
+  c.receive(0,
+            command(0x01, 0x0060, maps) + command(0x01, 0x0010, settings) +
+                command(0x01, 0x0030, Block{40, 0, 41, 0, 42, 0, 43, 0, 7, 7, 7, 7, 7, 7, 7, 7}) +
+                command(0x0A, 0, Block{1, 2, 3}));
   const MemoryWindow before = c.working_memory();
   EXPECT_EQ(c.poll(0).size(), 4u);
 
   c.receive(1, command(0x06));
   EXPECT_TRUE(c.poll(1000).empty());  // no answer to a reload
   const MemoryWindow& ram = c.working_memory();
-  EXPECT_EQ(ram.at(0x02A0 + 2 * 16 + 4), 164);  // row 3, column 5
-  EXPECT_EQ(ram.at(0x02A0 + 2 * 16 + 0), 160);
-  EXPECT_EQ(ram.at(0x02A0 + 3 * 16 + 7), 175);  // row 4, column 8
-  EXPECT_EQ(ram.at(0x02A0 + 2 * 16 + 8), 128);  // columns 9-16 stay
+  EXPECT_EQ(ram.block(0x02C0), (Block{160, 161, 162, 163, 164, 165, 166, 167, 128, 128, 128, 128,
+                                      128, 128, 128, 128}));  // row 3; columns 9-16 stay
+  EXPECT_EQ(ram.at(0x02A0 + 3 * 16 + 7), 175);                // row 4, column 8
   for (int i = 0; i < 15; ++i) EXPECT_EQ(ram.at(0x0240 + i), settings[i]) << i;
   EXPECT_EQ(ram.at(0x024F), 1);  // boost_enable is not in EEPROM
   for (int k = 0; k < 4; ++k) EXPECT_EQ(ram.word(0x0270 + 2 * k), 40 + k);
-  for (int a = 0x0278; a < 0x0280; ++a) EXPECT_EQ(ram.at(a), before.at(a)) << a;  // points 13-16
-  for (int a = 0x0250; a < 0x0260; ++a) EXPECT_EQ(ram.at(a), before.at(a)) << a;  // block B
-  for (int a = 0x0280; a < 0x02A0; ++a) EXPECT_EQ(ram.at(a), before.at(a)) << a;  // speed axis
+  for (int a = 0x0250; a < 0x02A0; ++a)  // block B, load points 1-8 and 13-16, the speed axis
+    EXPECT_EQ(ram.at(a), a >= 0x0270 && a < 0x0278 ? ram.at(a) : before.at(a)) << a;
 }
 
-TEST(SimCommands, DefaultEepromHoldsTheReducedCopyOfTheDefaultTune) {
-  Controller c;
-  c.receive(0, command(0x06));
-  EXPECT_EQ(c.working_memory(), Controller().working_memory());
-  EXPECT_EQ(c.eeprom().at(0x001F), 0);
-  EXPECT_EQ(c.eeprom().block(0x0030),
-            (Block{c.working_memory().at(0x0270), c.working_memory().at(0x0271),
-                   c.working_memory().at(0x0272), c.working_memory().at(0x0273),
-                   c.working_memory().at(0x0274), c.working_memory().at(0x0275),
-                   c.working_memory().at(0x0276), c.working_memory().at(0x0277)}));
-}
-
-TEST(SimCommands, SettingsCommandsUpdateTheirBytesInBlocksAAndB) {
+TEST(SimCommands, SettingsCommandsUpdateTheirBytesAndUnknownCodesAreOnlyRecorded) {
   Controller c;
   // Slider, offset in 0x0123 (high first), offset out 0x07D0, injsizecorr 102, channels 63.
-  const std::string replies =
+  EXPECT_EQ(
       joined(exchange(c, 0,
                       command(0x03, 0, Block{160, 0x01, 0x23, 0x07, 0xD0, 102, 63}) +
                           command(0x09, 0, Block{2, 127}) + command(0x0A, 0, Block{1, 140, 204}),
-                      0));
-  EXPECT_EQ(replies,
-            text_frame("Write Injector") + text_frame("Write Airflow") + text_frame("Write Boost"));
+                      0)),
+      text_frame("Write Injector") + text_frame("Write Airflow") + text_frame("Write Boost"));
   EXPECT_EQ(c.working_memory().block(0x0240),
             (Block{1, 1, 20, 230, 0x23, 0x01, 0xD0, 0x07, 0xB8, 0x01, 0xB8, 0x01, 102, 2, 127, 1}));
   EXPECT_EQ(c.working_memory().block(0x0250),
             (Block{140, 204, 4, 63, 3, 2, 20, 2, 20, 0, 1, 0, 0, 0, 0, 0}));
   EXPECT_EQ(c.manual_adjust(), 160);
-}
 
-TEST(SimCommands, UnknownCodesAreRecordedButNotAnswered) {
-  Controller c;
-  c.receive(0, command(0x07) + command(0x42, 0x0240, Block{1}));
+  const MemoryWindow ram = c.working_memory();
+  c.receive(1, command(0x07) + command(0x42, 0x0240, Block{1}));
   EXPECT_TRUE(c.poll(1000).empty());
-  ASSERT_EQ(c.frames_received().size(), 2u);
-  EXPECT_EQ(c.frames_received()[1].frame.code, 0x42);
-  EXPECT_EQ(c.frames_received()[1].frame.address(), 0x0240);
-  EXPECT_EQ(c.working_memory(), Controller().working_memory());
+  ASSERT_EQ(c.frames_received().size(), 5u);
+  EXPECT_EQ(c.frames_received()[4].frame.code, 0x42);
+  EXPECT_EQ(c.frames_received()[4].frame.address(), 0x0240);
+  EXPECT_EQ(c.working_memory(), ram);
 }
 
 class SimPermanent : public ::testing::Test {
  protected:
-  void SetUp() override {
-    path_ =
-        (std::filesystem::temp_directory_path() /
-         ("nerit_sim_state_" + std::to_string(::testing::UnitTest::GetInstance()->random_seed()) +
-          "_" + ::testing::UnitTest::GetInstance()->current_test_info()->name()))
-            .string();
-    std::filesystem::remove(path_);
-  }
-  void TearDown() override { std::filesystem::remove(path_); }
-
+  SimPermanent() { std::filesystem::remove(path); }
+  ~SimPermanent() override { std::filesystem::remove(path); }
   Options with_state() const {
     Options o;
-    o.state_file = path_;
+    o.state_file = path;
     return o;
   }
-
-  std::string path_;
+  const std::string path =
+      (std::filesystem::temp_directory_path() /
+       ("nerit_sim_state_" + std::to_string(::testing::UnitTest::GetInstance()->random_seed()) +
+        "_" + ::testing::UnitTest::GetInstance()->current_test_info()->name()))
+          .string();
 };
 
 TEST_F(SimPermanent, MakePermanentAnswersWithFlagOneAndSurvivesARestart) {
@@ -186,14 +161,12 @@ TEST_F(SimPermanent, MakePermanentAnswersWithFlagOneAndSurvivesARestart) {
   const Block ee{9, 9, 9, 9, 9, 9, 9, 9, 9, 9, 9, 9, 9, 9, 9, 9};
   {
     Controller first(with_state());
-    EXPECT_EQ(first.state_error(), "");
     first.receive(0, command(0x0B, 0x0300, row) + command(0x01, 0x0090, ee));
     EXPECT_EQ(first.poll(0).size(), 2u);
     EXPECT_EQ(joined(exchange(first, 1, command(0x08), 1)), text_frame("Permanent", 1));
     EXPECT_EQ(first.permanent().ram, first.working_memory());
     EXPECT_EQ(first.state_error(), "");
-    // Volatile after the last 0x08.
-    exchange(first, 2, command(0x0B, 0x0310, row), 2);
+    exchange(first, 2, command(0x0B, 0x0310, row), 2);  // volatile after the last 0x08
   }
   Controller second(with_state());
   EXPECT_EQ(second.state_error(), "");
@@ -202,17 +175,15 @@ TEST_F(SimPermanent, MakePermanentAnswersWithFlagOneAndSurvivesARestart) {
   EXPECT_EQ(second.eeprom().block(0x0090), ee);
 }
 
-TEST_F(SimPermanent, WithoutMakePermanentNothingIsKept) {
+TEST_F(SimPermanent, WithoutMakePermanentNothingIsKeptAndAForeignFileIsReported) {
   {
     Controller first(with_state());
     exchange(first, 0, command(0x0B, 0x0300, Block{1}), 0);
   }
-  EXPECT_FALSE(std::filesystem::exists(path_));
+  EXPECT_FALSE(std::filesystem::exists(path));
   EXPECT_EQ(Controller(with_state()).working_memory(), Controller().working_memory());
-}
 
-TEST_F(SimPermanent, AForeignFileIsReportedAndTheDefaultTuneUsed) {
-  std::ofstream(path_) << "not a state file";
+  std::ofstream(path) << "not a state file";
   Controller c(with_state());
   EXPECT_NE(c.state_error(), "");
   EXPECT_EQ(c.working_memory(), Controller().working_memory());

@@ -1,14 +1,14 @@
 // The controller on a real pseudo-terminal, spoken to through the slave like a serial port.
+#include "sim/pty_server.h"
+
 #include <fcntl.h>
+#include <gtest/gtest.h>
 #include <termios.h>
 #include <unistd.h>
 
 #include <chrono>
 #include <string>
 
-#include <gtest/gtest.h>
-
-#include "sim/pty_server.h"
 #include "tests/sim/sim_test_support.h"
 
 namespace nerit::sim {
@@ -18,6 +18,12 @@ class SimPty : public ::testing::Test {
  protected:
   void SetUp() override {
     if (!server_.open()) GTEST_SKIP() << "no pseudo-terminal: " << server_.error();
+    open_port();
+  }
+  void TearDown() override {
+    if (port_ >= 0) ::close(port_);
+  }
+  void open_port() {
     port_ = ::open(server_.slave_path().c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK);
     ASSERT_GE(port_, 0);
     termios tio{};
@@ -25,15 +31,13 @@ class SimPty : public ::testing::Test {
     cfmakeraw(&tio);
     ASSERT_EQ(tcsetattr(port_, TCSANOW, &tio), 0);
   }
-  void TearDown() override {
-    if (port_ >= 0) ::close(port_);
-  }
-
-  // Pumps the server and reads the port until `count` bytes came or two seconds passed.
-  std::string read_port(std::size_t count) {
+  // Writes `frame`, then pumps the server and reads the port until 22 bytes came or two
+  // seconds passed.
+  std::string exchange(const std::string& frame) {
+    EXPECT_EQ(::write(port_, frame.data(), frame.size()), static_cast<ssize_t>(frame.size()));
     std::string got;
     const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(2);
-    while (got.size() < count && std::chrono::steady_clock::now() < deadline) {
+    while (got.size() < 22 && std::chrono::steady_clock::now() < deadline) {
       server_.pump(5);
       char buf[256];
       const ssize_t n = ::read(port_, buf, sizeof buf);
@@ -42,33 +46,25 @@ class SimPty : public ::testing::Test {
     return got;
   }
 
-  static Options paced() {
+  PtyServer server_{[] {
     Options o;
     o.paced = true;
     return o;
-  }
-
-  PtyServer server_{paced()};
+  }()};
   int port_ = -1;
 };
 
-TEST_F(SimPty, AnswersTheConnectFrameOnTheSlave) {
+TEST_F(SimPty, AnswersOnTheSlaveAndKeepsServingWhenThePortIsReopened) {
   EXPECT_EQ(server_.slave_path().rfind("/dev/pts/", 0), 0u);
-  for (char c : test::short_connect()) ASSERT_EQ(::write(port_, &c, 1), 1);
-  EXPECT_EQ(read_port(22), test::bytes({0x55, 0xFD, 0, 0}) + "Nerit SIM V1.00 \r\n");
-  EXPECT_EQ(server_.controller().frames_received().size(), 1u);
-}
-
-TEST_F(SimPty, KeepsServingWhenTheProgramReopensThePort) {
+  EXPECT_EQ(exchange(test::short_connect()),
+            test::bytes({0x55, 0xFD, 0, 0}) + "Nerit SIM V1.00 \r\n");
   ::close(port_);
   server_.pump(5);
-  port_ = ::open(server_.slave_path().c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK);
-  ASSERT_GE(port_, 0);
-  const std::string frame = test::command(0x0C, 0x0240);
-  ASSERT_EQ(::write(port_, frame.data(), frame.size()), static_cast<ssize_t>(frame.size()));
-  const std::string reply = read_port(22);
+  open_port();
+  const std::string reply = exchange(test::command(0x0C, 0x0240));
   ASSERT_EQ(reply.size(), 22u);
   EXPECT_EQ(reply.substr(0, 4), test::bytes({0x55, 0x0C, 0x02, 0x40}));
+  EXPECT_EQ(server_.controller().frames_received().size(), 2u);
   EXPECT_TRUE(server_.is_open());
 }
 
