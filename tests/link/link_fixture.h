@@ -61,6 +61,18 @@ class LinkFixture : public ::testing::Test {
 
   std::string frame_text(std::size_t i) const { return peer.frames.at(i).bytes; }
 
+  // The link as the window shows it: "caption colour|caption|caption|port|..." with the port
+  // open or closed, Combo2 and Check1 when enabled, and the connected flag.
+  std::string face() const {
+    const auto& l = f.c.Label4;
+    const std::map<Color, std::string> names{{kRed, "red"}, {kGreen, "green"}, {kYellow, "yellow"}};
+    const auto colour = names.find(l[0].back_color);
+    return l[0].caption + " " + (colour == names.end() ? "?" : colour->second) + "|" +
+           l[1].caption + "|" + l[2].caption + (fp.comm.port_open() ? "|open" : "|closed") +
+           (f.c.Combo2.enabled ? "|Combo2" : "") + (f.c.Check1.enabled ? "|Check1" : "") +
+           "|connected " + std::to_string(f.vars.connected);
+  }
+
   FakePlatform fp;
   TempFolder folder;
   Program program{fp.platform, folder.path()};

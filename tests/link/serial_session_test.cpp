@@ -15,27 +15,18 @@ namespace {
 
 using SessionTest = LinkFixture;
 using Ints = std::vector<int>;
+using Strings = std::vector<std::string>;
 
-Ints read_order() {
-  Ints order{0x250, 0x240, 0x260, 0x270, 0x280, 0x290};
-  for (int a = 0x2A0; a <= 0x590; a += 16) order.push_back(a);
-  return order;
-}
+const char kFailed[] = "Error|Critical|Ok|Verbindung fehlgeschlagen!";
 
 TEST_F(SessionTest, ScanWithNothingAttachedTriesFiftyPortsThenFails) {
+  f.c.Combo2.enabled = false;
   f.session.Command1_Click();
   Ints expected;
   for (int n = 0; n < 50; ++n) expected.push_back(n % 25 + 1);
   EXPECT_EQ(fp.comm.open_attempts, expected);
-  ASSERT_EQ(fp.dialogs.shown.size(), 1u);
-  EXPECT_EQ(fp.dialogs.shown[0].text, "Verbindung fehlgeschlagen!");
-  EXPECT_EQ(fp.dialogs.shown[0].title, "Error");
-  EXPECT_EQ(fp.dialogs.shown[0].icon, MsgIcon::Critical);
-  EXPECT_EQ(f.c.Label4[0].caption, "offline");
-  EXPECT_EQ(f.c.Label4[0].back_color, kRed);
-  EXPECT_TRUE(f.c.Combo2.enabled);
-  EXPECT_FALSE(fp.comm.port_open());
-  EXPECT_EQ(f.vars.connected, 0);
+  EXPECT_EQ(fp.dialogs.boxes(), Strings{kFailed});
+  EXPECT_EQ(face(), "offline red|-|-|closed|Combo2|connected 0");
 }
 
 TEST_F(SessionTest, SilentPortsAreEachGivenTheConnectFrameAndAQuarterSecond) {
@@ -48,29 +39,21 @@ TEST_F(SessionTest, SilentPortsAreEachGivenTheConnectFrameAndAQuarterSecond) {
   EXPECT_EQ(fp.comm.output_calls, 50 * 22);  // one character per write
 }
 
-TEST_F(SessionTest, ConnectsToTheFirstPortThatAnswersInTime) {
+TEST_F(SessionTest, ConnectsToTheFirstPortThatAnswersInTimeAndAsksToRead) {
   fp.comm.present = {2, 5};
   peer.delay_ms = 100;
   peer.answer = [](const ScriptedPeer::Frame& fr) -> std::optional<std::string> {
     if (fr.port == 5) return firmware_reply("Nerit TEST 1.00 ");
     return std::nullopt;
   };
+  f.c.Combo2.select(0);
   f.session.Command1_Click();
   EXPECT_EQ(fp.comm.opened, (Ints{2, 5}));
   EXPECT_EQ(fp.clock.now_ms(), 250 + 100);
-  EXPECT_EQ(f.vars.connected, 1);
-  EXPECT_EQ(f.vars.port, 5);
-  EXPECT_TRUE(fp.comm.port_open());
-  EXPECT_EQ(f.c.Label4[0].caption, "online");
-  EXPECT_EQ(f.c.Label4[0].back_color, kGreen);
-  EXPECT_EQ(f.c.Label4[1].caption, "Port: 5");
-  EXPECT_TRUE(f.c.Check1.enabled);
+  EXPECT_EQ(face(), "online green|Port: 5|Nerit TEST 1.00 |open|Check1|connected 1");
   EXPECT_EQ(f.c.Combo2.list_index, -1);
-  EXPECT_FALSE(f.c.Combo2.enabled);
-  ASSERT_EQ(fp.dialogs.shown.size(), 1u);
-  EXPECT_EQ(fp.dialogs.shown[0].text, "Verbunden, Daten vom Controller laden?");
-  EXPECT_EQ(fp.dialogs.shown[0].title, "Online");
-  EXPECT_EQ(fp.dialogs.shown[0].buttons, MsgButtons::YesNo);
+  EXPECT_EQ(fp.dialogs.boxes(),
+            Strings{"Online|None|YesNo|Verbunden, Daten vom Controller laden?"});
   EXPECT_EQ(peer.frames.size(), 2u);  // No: nothing read
 }
 
@@ -82,23 +65,24 @@ TEST_F(SessionTest, ALateReplyIsDecodedAfterTheScanMovedOn) {
     return std::nullopt;
   };
   f.session.Command1_Click();
-  EXPECT_EQ(f.vars.connected, 1);
-  EXPECT_EQ(f.c.Label4[1].caption, "Port: 3");
+  EXPECT_EQ(face(), "online green|Port: 3|Nerit TEST 1.00 |open|Check1|connected 1");
   EXPECT_EQ(fp.clock.now_ms(), 300);
 }
 
-TEST_F(SessionTest, PressingConnectWhileOnlineDisconnects) {
+TEST_F(SessionTest, ConnectWhileOnlineDisconnectsAndTheFirmwareMenuHandsThePortOver) {
   go_online();
   f.c.Combo2.enabled = false;
   f.session.Command1_Click();
-  EXPECT_FALSE(fp.comm.port_open());
-  EXPECT_EQ(f.vars.connected, 0);
-  EXPECT_EQ(f.c.Label4[0].caption, "offline");
-  EXPECT_EQ(f.c.Label4[0].back_color, kRed);
-  EXPECT_EQ(f.c.Label4[1].caption, "Connection");
-  EXPECT_EQ(f.c.Label4[2].caption, "Closed");
-  EXPECT_TRUE(f.c.Combo2.enabled);
+  EXPECT_EQ(face(), "offline red|Connection|Closed|closed|Combo2|connected 0");
   EXPECT_TRUE(peer.frames.empty());
+
+  fp.comm.set_port_open(false);
+  go_online(7);
+  f.c.Combo2.enabled = false;
+  f.session.firmwareupdate_Click();
+  EXPECT_EQ(f.vars.comport, 7);
+  EXPECT_EQ(face(), "offline red|Connection|Closed|closed|connected 0");
+  EXPECT_EQ(fp.windows.calls.back(), "show Form2");
 }
 
 TEST_F(SessionTest, SecondScanSendsTheShortFrameAndLeavesASilentPortOpen) {
@@ -106,95 +90,51 @@ TEST_F(SessionTest, SecondScanSendsTheShortFrameAndLeavesASilentPortOpen) {
   f.session.autoconnect2();
   EXPECT_EQ(fp.comm.opened, Ints{1});  // the open port blocks every later number
   EXPECT_EQ(fp.comm.written[1], short_connect_frame());
-  EXPECT_TRUE(fp.comm.port_open());
-  EXPECT_EQ(f.c.Label4[0].caption, "offline");
-  EXPECT_TRUE(fp.dialogs.shown.empty());
+  EXPECT_EQ(face(), "offline red|-|-|open|Combo2|connected 0");
 
   fp.comm.set_port_open(false);
   fp.comm.present = {4};
   answer_like_controller();
   f.session.autoconnect2();  // goes online without asking
-  EXPECT_EQ(f.c.Label4[0].caption, "online");
-  EXPECT_EQ(f.c.Label4[1].caption, "Port: 4");
-  EXPECT_TRUE(f.c.Check1.enabled);
+  EXPECT_EQ(face(), "online green|Port: 4|Nerit TEST 1.00 |open|Combo2|Check1|connected 1");
   EXPECT_TRUE(fp.dialogs.shown.empty());
 }
 
-TEST_F(SessionTest, DebugPortOpensByHandAndConnectLeavesIt) {
+TEST_F(SessionTest, DebugPortOpensByHandEntryZeroClosesItAndConnectLeavesIt) {
   fp.comm.present = {3};
   f.c.Combo2.select(3);
   f.session.Combo2_Click();
-  EXPECT_TRUE(fp.comm.port_open());
   EXPECT_EQ(fp.comm.comm_port(), 3);
   EXPECT_EQ(f.vars.debugmode, 1);
-  EXPECT_EQ(f.c.Label4[0].caption, "Debug");
-  EXPECT_EQ(f.c.Label4[0].back_color, kYellow);
+  EXPECT_EQ(face(), "Debug yellow|-|-|open|Combo2|connected 0");
   EXPECT_TRUE(fp.comm.written.empty());
-
   // Connect leaves debug mode and goes straight on to a scan.
   f.session.Command1_Click();
   EXPECT_EQ(f.vars.debugmode, 0);
   EXPECT_EQ(fp.comm.opened, (Ints{3, 3, 3}));
-  EXPECT_EQ(fp.dialogs.shown.back().text, "Verbindung fehlgeschlagen!");
-}
+  EXPECT_EQ(fp.dialogs.boxes(), Strings{kFailed});
 
-TEST_F(SessionTest, DebugEntryZeroClosesThePortButKeepsConnected) {
-  go_online();
+  go_online();  // entry 0 while online: the port closes, the program stays connected
   f.c.Combo2.select(0);
   f.session.Combo2_Click();
-  EXPECT_FALSE(fp.comm.port_open());
-  EXPECT_EQ(f.vars.connected, 1);
-  EXPECT_EQ(f.c.Label4[0].caption, "Offline");
-  EXPECT_EQ(f.c.Label4[0].back_color, kRed);
-
+  EXPECT_EQ(face(), "Offline red|Connection|Closed|closed|Combo2|connected 1");
   fp.comm.set_port_open(true);
   f.c.Combo2.select(-1);
   f.session.Combo2_Click();  // nothing chosen: nothing happens
   EXPECT_TRUE(fp.comm.port_open());
 }
 
-TEST_F(SessionTest, ReadDataFromUnitRequestsFiftyFourBlocksOneAtATime) {
-  go_online();
-  answer_like_controller();
-  memory[0x2A0] = 255;  // row 1, column 1: +100 %
-  record_colour(f.c.Command12);
+TEST_F(SessionTest, ReadsOfflineSendNothingAndTheMenuReadRequestsTheEepromBlocks) {
   f.session.Command12_Click();
-  EXPECT_EQ(peer.addresses(), read_order());
-  EXPECT_EQ(frame_text(0), address_frame(kCmdSramRead, 0x250));
-  // One request at a time: each goes out when the reply to the one before has arrived.
-  for (std::size_t i = 1; i < peer.frames.size(); ++i)
-    EXPECT_EQ(peer.frames[i].at_ms, peer.frames[i - 1].at_ms + peer.delay_ms);
-  EXPECT_EQ(colours, std::vector<Color>(54, kYellow));
-  EXPECT_EQ(f.c.Command12.back_color, kButtonFace);
+  f.session.Lesen_Click();
+  EXPECT_TRUE(fp.comm.written.empty());
   EXPECT_FALSE(f.c.Timer5.enabled());
-  EXPECT_EQ(f.c.MSFlexGrid2.text(1, 1), "100");
-  EXPECT_EQ(f.c.List1.items.front(), "12:00:00 -> Read SRam @ 0x250");
-  EXPECT_EQ(f.c.List1.list_count(), 54);
-}
 
-TEST_F(SessionTest, ReadDataMenuRequestsTheEepromBlocks) {
   go_online();
   answer_like_controller();
   f.session.Lesen_Click();
   EXPECT_EQ(peer.addresses(), (Ints{0x10, 0x20, 0x30, 0x50, 0x60, 0x70, 0x80, 0x90, 0xA0}));
   EXPECT_EQ(frame_text(0), address_frame(kCmdBlockRequest, 0x10));
-}
-
-TEST_F(SessionTest, OfflineReadsSendNothingAndDoNotWait) {
-  f.session.Command12_Click();
-  f.session.Lesen_Click();
-  EXPECT_TRUE(fp.comm.written.empty());
-  EXPECT_FALSE(f.c.Timer5.enabled());
-}
-
-TEST_F(SessionTest, FirmwareMenuHandsThePortOver) {
-  go_online(7);
-  f.session.firmwareupdate_Click();
-  EXPECT_EQ(f.vars.comport, 7);
-  EXPECT_FALSE(fp.comm.port_open());
-  EXPECT_EQ(f.vars.connected, 0);
-  EXPECT_EQ(f.c.Label4[1].caption, "Connection");
-  EXPECT_EQ(fp.windows.calls.back(), "show Form2");
 }
 
 TEST_F(SessionTest, TimerActionsAndTheLogClick) {
@@ -209,7 +149,6 @@ TEST_F(SessionTest, TimerActionsAndTheLogClick) {
   f.c.Timer1.set_enabled(true);
   fp.clock.advance(250);
   EXPECT_EQ(fp.comm.written[1], stream_frame(0));
-
   f.c.Timer4.set_enabled(true);
   fp.clock.advance(10000);
   EXPECT_EQ(fp.timers.ticks(f.c.Timer4), 0);
@@ -226,30 +165,44 @@ TEST_F(SessionTest, ClosingTheWindowDuringAWaitEndsEveryNestedHandler) {
   EXPECT_TRUE(fp.dialogs.shown.empty());
 }
 
-// The virtual controller, paced, loses its tenth reply: Timer5 restarts the whole read inside
-// the waiting one; when that ends, the first goes on.
-TEST_F(SessionTest, ReadRecoversFromADroppedReplyAndFillsTheWindow) {
+// "Read Data from Unit" against the virtual controller, paced, which loses its tenth reply:
+// Timer5 restarts the whole read inside the waiting one; when that ends, the first goes on.
+TEST_F(SessionTest, ReadRequestsFiftyFourBlocksOneAtATimeAndRecoversADroppedReply) {
   sim::Options options;
   options.paced = true;
   options.faults.drop_replies = {10};
   sim::Controller controller(options);
+  controller.memory().ram.set(0x2A0, 255);  // row 1, column 1: +100 %
   SimWire wire(fp.comm, controller);
   go_online();
   f.vars.rpmfaktor = 30000000;
+  Color during = 0;
+  fp.clock.schedule(1000, [&] { during = f.c.Command12.back_color; });
   f.session.Command12_Click();
 
+  Ints order{0x250, 0x240, 0x260, 0x270, 0x280, 0x290};
+  for (int a = 0x2A0; a <= 0x590; a += 16) order.push_back(a);
   const auto& frames = controller.frames_received();
   ASSERT_EQ(frames.size(), 10u + 54u + 44u);
+  for (std::size_t i = 0; i < frames.size(); ++i) {
+    EXPECT_EQ(frames[i].frame.code, kCmdSramRead);
+    EXPECT_EQ(frames[i].frame.address(), order[i < 10 ? i : i < 64 ? i - 10 : i - 54]) << i;
+    // One at a time: each request goes out when the reply to the one before has arrived.
+    if (i > 0 && i != 10) {
+      EXPECT_GE(frames[i].at_ms, frames[i - 1].at_ms + 22 * sim::kByteMs) << i;
+    }
+  }
   EXPECT_EQ(frames[10].at_ms, 2500);
-  EXPECT_EQ(frames[10].frame.address(), 0x250);
-  EXPECT_EQ(frames[64].frame.address(), read_order()[10]);
   EXPECT_EQ(std::count(f.c.List1.items.begin(), f.c.List1.items.end(),
                        "12:00:02 -> Communication Timeout"),
             1);
+  EXPECT_EQ(f.c.List1.items.front(), "12:00:00 -> Read SRam @ 0x250");
   EXPECT_EQ(f.c.MSFlexGrid2.text(0, 16), "8000");
+  EXPECT_EQ(f.c.MSFlexGrid2.text(1, 1), "100");
   EXPECT_EQ(f.c.MSFlexGrid2.text(16, 16), "0");
   EXPECT_EQ(f.c.Combo1.list_index, controller.working_memory().at(0x240));
   EXPECT_EQ(f.vars.tps_max, controller.working_memory().at(0x243));
+  EXPECT_EQ(during, kYellow);
   EXPECT_EQ(f.c.Command12.back_color, kButtonFace);
   EXPECT_FALSE(f.c.Timer5.enabled());
   // After the restart, 98 replies of 22 bytes each at the wire rate (the virtual clock counts

@@ -129,12 +129,8 @@ TEST_F(TransfersTest, NoLoadTypeOrOfflineStopsEveryWrite) {
   f.transfers.Command9_Click();
   f.transfers.Command15_Click();
   f.transfers.Command4_Click(0);
-  ASSERT_EQ(fp.dialogs.shown.size(), 3u);
-  for (const auto& box : fp.dialogs.shown) {
-    EXPECT_EQ(box.text, "Keine Lastgröße gewählt!");
-    EXPECT_EQ(box.title, "Fehler");
-    EXPECT_EQ(box.icon, MsgIcon::Information);
-  }
+  EXPECT_EQ(fp.dialogs.boxes(),
+            std::vector<std::string>(3, "Fehler|Information|Ok|Keine Lastgröße gewählt!"));
   f.c.Combo1.select(1);
   f.vars.connected = 0;
   f.transfers.Command9_Click();
@@ -150,8 +146,7 @@ TEST_F(TransfersTest, NoLoadTypeOrOfflineStopsEveryWrite) {
 TEST_F(TransfersTest, ACellThatCannotBeSentEndsTheTransferBetweenFrames) {
   f.c.MSFlexGrid2.set_text(5, 3, "201");
   EXPECT_FALSE(run_handler(fp.dialogs, [this] { f.transfers.Command9_Click(); }));
-  ASSERT_EQ(fp.dialogs.shown.size(), 1u);
-  EXPECT_EQ(fp.dialogs.shown[0].text, "Overflow");
+  EXPECT_EQ(fp.dialogs.boxes(), std::vector<std::string>{"Error|Critical|Ok|Overflow"});
   EXPECT_EQ(fp.comm.written[1].size(), 10u * 22u);  // settings, axes, rows 1-4: whole frames
   EXPECT_EQ(f.c.Command9.back_color, kButtonFace);
 

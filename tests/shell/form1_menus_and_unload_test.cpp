@@ -43,13 +43,10 @@ TEST(Form1BaseSettings, OfflineWarnsBeforeEveryShowConnectedJustShows) {
     EXPECT_EQ(fp.windows.calls, (Strings{"show Form3", "show Form3"}));
     using Counts = std::vector<std::size_t>;
     EXPECT_EQ(dialogs.window_calls_at_box, (connected ? Counts{} : Counts{0, 1}));
-    for (const MessageBoxRequest& box : dialogs.shown) {
-      EXPECT_EQ(box.text,
-                "Änderungen werden nicht automatisch übernommen,\nda der Nerit offline ist. "
-                "Werte müssen mit 'Write Data to Unit' manuell übertragen werden!");
-      EXPECT_EQ(box.icon, MsgIcon::Information);
-      EXPECT_EQ(box.buttons, MsgButtons::Ok);
-    }
+    const std::string note =
+        "Nerit|Information|Ok|Änderungen werden nicht automatisch übernommen,\nda der Nerit "
+        "offline ist. Werte müssen mit 'Write Data to Unit' manuell übertragen werden!";
+    EXPECT_EQ(dialogs.boxes(), Strings(connected ? 0 : 2, note));
   }
 }
 

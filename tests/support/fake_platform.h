@@ -6,8 +6,11 @@
 #include <map>
 #include <set>
 #include <string>
+#include <utility>
 #include <vector>
 
+#include "shell/controls.h"
+#include "shell/errors.h"
 #include "shell/platform.h"
 #include "tests/support/virtual_clock.h"
 
@@ -21,11 +24,23 @@ struct WaitNeverEnds {};
 class FakeDialogs : public Dialogs {
  public:
   using Dialogs::message_box;
-  MsgAnswer message_box(const MessageBoxRequest& request) override;
+  MsgAnswer message_box(const MessageBoxRequest& request) override {
+    shown.push_back(request);
+    if (answers.empty())
+      return request.buttons == MsgButtons::Ok      ? MsgAnswer::Ok
+             : request.buttons == MsgButtons::YesNo ? MsgAnswer::No
+                                                    : MsgAnswer::Cancel;
+    const MsgAnswer a = answers.front();
+    answers.pop_front();
+    return a;
+  }
   std::filesystem::path file_dialog(const FileDialogRequest&) override { return {}; }
   std::string input_box(const std::string&, const std::string&, const std::string&) override {
     return {};
   }
+  // Each box shown as "title|icon|buttons|text", icon and buttons by name.
+  std::vector<std::string> boxes() const;
+
   std::deque<MsgAnswer> answers;
   std::vector<MessageBoxRequest> shown;
 };
@@ -33,8 +48,14 @@ class FakeDialogs : public Dialogs {
 class FakeTimers : public TimerHost {
  public:
   FakeTimers(VirtualClock& clock, Dialogs& dialogs) : clock_(clock), dialogs_(dialogs) {}
-  void timer_changed(Timer& timer) override;
-  void timer_destroyed(Timer& timer) override;
+  void timer_changed(Timer& timer) override {  // a new interval counts from now
+    timer_destroyed(timer);
+    if (timer.enabled() && timer.interval() > 0) arm(timer);
+  }
+  void timer_destroyed(Timer& timer) override {
+    if (armed_.count(&timer)) clock_.cancel(armed_[&timer]);
+    armed_.erase(&timer);
+  }
   int ticks(const Timer& timer) const { return ticks_.count(&timer) ? ticks_.at(&timer) : 0; }
 
  private:
@@ -52,14 +73,37 @@ class FakeSerialPort : public SerialPort {
  public:
   FakeSerialPort(VirtualClock& clock, Dialogs& dialogs) : clock_(clock), dialogs_(dialogs) {}
 
-  void set_comm_port(int number) override;
+  void set_comm_port(int number) override {
+    if (open_) throw SerialError("Port already open");
+    if (number < 1 || number > 255) throw SerialError("Invalid port number");
+    port_ = number;
+  }
   int comm_port() const override { return port_; }
   void set_settings(const std::string& settings) override { settings_ = settings; }
   const std::string& settings() const override { return settings_; }
-  void set_port_open(bool open) override;
+  void set_port_open(bool open) override {
+    if (!open) {
+      open_ = false;
+      received_.clear();
+      return;
+    }
+    if (open_) throw SerialError("Port already open");
+    open_attempts.push_back(port_);
+    if (!present.count(port_)) throw SerialError("Device unavailable");
+    open_ = true;
+    opened.push_back(port_);
+  }
   bool port_open() const override { return open_; }
-  void output(const std::string& chars) override;
-  std::string input() override;
+  void output(const std::string& chars) override {
+    if (!open_) throw SerialError("Operation valid only when the port is open");
+    ++output_calls;
+    written[port_] += chars;
+    if (on_output) on_output(port_, chars);
+  }
+  std::string input() override {
+    if (!open_) throw SerialError("Operation valid only when the port is open");
+    return std::exchange(received_, {});
+  }
   int comm_event() const override { return event_; }
   std::string device_name(int number) const override {
     return present.count(number) ? "fake" + std::to_string(number) : "";
@@ -104,7 +148,10 @@ class FakePump : public EventPump {
 class FakeClock : public Clock {
  public:
   explicit FakeClock(const VirtualClock& clock) : clock_(clock) {}
-  DateTime now() const override;
+  DateTime now() const override {
+    const int s = static_cast<int>((12 * 3600 + clock_.now_ms() / 1000) % (24 * 3600));
+    return {2026, 11, 15, s / 3600, s / 60 % 60, s % 60};
+  }
 
  private:
   const VirtualClock& clock_;
@@ -121,18 +168,22 @@ class FakeLocale : public Locale {
 // Records "show Form3", "unload Form2", "end"; the end makes the pump end every wait.
 class FakeWindows : public WindowHost {
  public:
-  void show(FormId form) override;
-  void unload(FormId form) override;
+  explicit FakeWindows(FakePump& pump) : pump_(pump) {}
+  void show(FormId form) override { loaded.insert(form), calls.push_back("show " + name(form)); }
+  void unload(FormId form) override { loaded.erase(form), calls.push_back("unload " + name(form)); }
   bool is_loaded(FormId form) const override { return loaded.count(form) != 0; }
-  void end_program() override;
-
+  void end_program() override { calls.push_back("end"), pump_.closing = true; }
   std::set<FormId> loaded;
   std::vector<std::string> calls;
-  FakePump* pump = nullptr;
+
+ private:
+  static std::string name(FormId form) {
+    return "Form" + std::to_string(static_cast<int>(form) + 2);
+  }
+  FakePump& pump_;
 };
 
 struct FakePlatform {
-  FakePlatform() { windows.pump = &pump; }
   VirtualClock clock;
   FakeDialogs dialogs;
   FakeTimers timers{clock, dialogs};
@@ -140,7 +191,7 @@ struct FakePlatform {
   FakePump pump{clock};
   FakeClock wall{clock};
   FakeLocale locale;
-  FakeWindows windows;
+  FakeWindows windows{pump};
   Platform platform{comm, timers, pump, dialogs, wall, locale, windows};
 };
 

@@ -1,9 +1,11 @@
 #pragma once
 // Test time: events scheduled at virtual milliseconds run in time order (ties in the order
 // they were scheduled), only when a wait asks for the next one.
+#include <algorithm>
 #include <cstdint>
 #include <functional>
 #include <map>
+#include <stdexcept>
 #include <utility>
 
 namespace nerit::testing {
@@ -13,7 +15,11 @@ class VirtualClock {
   using Id = std::uint64_t;
 
   long long now_ms() const { return now_; }
-  Id schedule(long long delay_ms, std::function<void()> action);
+  Id schedule(long long delay_ms, std::function<void()> action) {
+    if (delay_ms < 0) throw std::invalid_argument("negative delay");
+    events_.emplace(std::make_pair(now_ + delay_ms, next_id_), std::move(action));
+    return next_id_++;
+  }
   void cancel(Id id) {
     std::erase_if(events_, [id](const auto& e) { return e.first.second == id; });
   }
@@ -21,9 +27,19 @@ class VirtualClock {
   long long next_due() const { return events_.empty() ? -1 : events_.begin()->first.first; }
 
   // Advances to the earliest event and runs it; false when nothing is scheduled.
-  bool run_next();
+  bool run_next() {
+    if (events_.empty()) return false;
+    auto node = events_.extract(events_.begin());
+    now_ = node.key().first;
+    node.mapped()();
+    return true;
+  }
   // Runs every event due within ms from now, then stands at now + ms.
-  void advance(long long ms);
+  void advance(long long ms) {
+    const long long until = now_ + ms;
+    while (!events_.empty() && events_.begin()->first.first <= until) run_next();
+    now_ = std::max(now_, until);
+  }
 
  private:
   long long now_ = 0;
