@@ -23,7 +23,8 @@ class TransfersTest : public LinkFixture {
     v.drucksensor = 1, v.tps_min = 20, v.tps_max = 230, v.injoffset_in = 0x150;
     v.injoffset_out = 0x120, v.injalt = 440, v.injneu = 440, v.aoutmax = 255, v.zylinder = 4;
     v.injchannels = 15, v.seq_faktor = 1, v.rpmfaktor = 30000000;
-    f.c.boost_enable = 1, f.c.boost_start = 100, f.c.boost_set = 128, f.c.Check6.value = 1;
+    f.c.boost_enable = 1, f.c.boost_start = 100, f.c.boost_set = 128;
+    f.c.Check6.value = 1, f.c.Check4.value = 1;
     for (int i = 1; i <= 16; ++i) f.c.load_points[i] = static_cast<std::int16_t>(20 * i);
     f.shell.Form_Activate();  // rpm_points from the headings 500 ... 8000
     for (int r = 1; r <= 16; ++r)
@@ -31,6 +32,7 @@ class TransfersTest : public LinkFixture {
     f.c.MSFlexGrid2.set_text(1, 1, "100");
     f.c.MSFlexGrid2.set_text(1, 2, "-100");
     f.c.MSFlexGrid2.set_text(1, 3, "12,5");
+    f.c.MSFlexGrid2.set_text(2, 1, "50");
     f.c.MSFlexGrid3.set_text(1, 1, "20");
     f.c.MSFlexGrid3.set_text(1, 2, "3000");
   }
@@ -54,7 +56,7 @@ TEST_F(TransfersTest, WriteDataToUnitSendsFiftyFourAcknowledgedFrames) {
 
   EXPECT_EQ(hex_bytes(frame_text(0)),
             "55 0B 02 40 01 01 14 E6 50 01 20 01 B8 01 B8 01 80 00 FF 01 00 0D");
-  EXPECT_EQ(data_of(1), "64 80 04 0F 01 02 32 02 32 00 01 00 00 00 00 00");
+  EXPECT_EQ(data_of(1), "64 80 04 0F 03 02 32 02 32 00 01 00 00 00 00 00");
   EXPECT_EQ(data_of(2), "14 00 28 00 3C 00 50 00 64 00 78 00 8C 00 A0 00");
   EXPECT_EQ(data_of(4), "60 EA 30 75 20 4E 98 3A E0 2E 10 27 7B 21 4C 1D");  // 60000, 30000 ...
   EXPECT_EQ(data_of(6), "FF 01 8F 80 80 80 80 80 80 80 80 80 80 80 80 80");
@@ -91,8 +93,9 @@ TEST_F(TransfersTest, WriteToEepromGoesMapFirstSettingsLastThenReloads) {
   EXPECT_EQ(peer.codes(), (std::vector<int>{1, 1, 1, 1, 1, 1, 1, 1, 1, kCmdReloadEeprom}));
   EXPECT_EQ(peer.addresses(),
             (std::vector<int>{0x50, 0x60, 0x70, 0x80, 0x90, 0xA0, 0x20, 0x30, 0x10, 0}));
-  // Rows 1 and 2, columns 1-8: 100 % -> 255, -100 % -> 1, 12,5 -> 12 % -> 143, 0 -> 128.
-  EXPECT_EQ(data_of(0), "FF 01 8F 80 80 80 80 80 80 80 80 80 80 80 80 80");
+  // Rows 1 and 2, columns 1-8: 100 % -> 255, -100 % -> 1, 12,5 -> 12 % -> 143, 0 -> 128,
+  // 50 % -> 191.5 -> 192.
+  EXPECT_EQ(data_of(0), "FF 01 8F 80 80 80 80 80 C0 80 80 80 80 80 80 80");
   EXPECT_EQ(data_of(7), "B4 00 C8 00 DC 00 F0 00 00 00 00 00 00 00 00 00");
   EXPECT_EQ(data_of(8), "01 01 14 E6 50 01 20 01 B8 01 B8 01 80 00 FF 00");  // byte 15 = 0
   EXPECT_EQ(frame_text(9), command_frame(kCmdReloadEeprom, 0, 0));
