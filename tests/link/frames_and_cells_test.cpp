@@ -67,7 +67,6 @@ TEST(CellCodec, CorrectionPercentAndStoredByte) {
   };
   for (const auto& c : to_byte) EXPECT_EQ(correction_byte(c.percent), c.stored) << c.percent;
   EXPECT_THROW(correction_byte(101), OverflowError);
-
   const struct {
     int stored;
     const char* text;
@@ -90,7 +89,6 @@ TEST(CellCodec, AirflowBytesAndCellTexts) {
   for (const auto& c : to_bytes) EXPECT_EQ(airflow_bytes(c.value, c.type), c.bytes) << c.value;
   EXPECT_THROW(airflow_bytes(0, 0), DivisionByZeroError);
   EXPECT_THROW(airflow_bytes(3, 0), OverflowError);  // 83333 needs 17 bits
-
   const struct {
     int low, high, type;
     const char* text;

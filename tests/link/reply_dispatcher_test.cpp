@@ -170,7 +170,6 @@ TEST_F(ReplyDispatch, StatusKeepsVoltsAndThrottleAndGoesOnPastEqualCalibration) 
   EXPECT_EQ(vars.tps_in_volt, "2,35");
   EXPECT_EQ(vars.tps_raw, 120);
   EXPECT_EQ(vars.tps_in, 50);
-
   vars.tps_min = vars.tps_max = 100;
   vars.tps_in = 42;
   arrive(ReplyFrame(0xFF).byte(4, 150).status_word(6, 83));
@@ -358,7 +357,6 @@ TEST_F(ReplyDispatch, AirflowMapBlocksFillHalfRowsByOutputType) {
   EXPECT_EQ(cells(c.MSFlexGrid3, 1, 9, 9), Strings{"0"});
   EXPECT_EQ(cells(c.MSFlexGrid3, 16, 9, 16), hz);
   EXPECT_EQ(cells(c.MSFlexGrid2, 1, 1, 1), Strings{"0"});
-
   vars.airflowtype = 1;
   arrive(sram_reply(0x3B0, pairs));
   arrive(sram_reply(0x580, pairs));

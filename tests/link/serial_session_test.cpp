@@ -75,7 +75,6 @@ TEST_F(SessionTest, ConnectWhileOnlineDisconnectsAndTheFirmwareMenuHandsThePortO
   f.session.Command1_Click();
   EXPECT_EQ(face(), "offline red|Connection|Closed|closed|Combo2|connected 0");
   EXPECT_TRUE(peer.frames.empty());
-
   fp.comm.set_port_open(false);
   go_online(7);
   f.c.Combo2.enabled = false;
@@ -91,7 +90,6 @@ TEST_F(SessionTest, SecondScanSendsTheShortFrameAndLeavesASilentPortOpen) {
   EXPECT_EQ(fp.comm.opened, Ints{1});  // the open port blocks every later number
   EXPECT_EQ(fp.comm.written[1], short_connect_frame());
   EXPECT_EQ(face(), "offline red|-|-|open|Combo2|connected 0");
-
   fp.comm.set_port_open(false);
   fp.comm.present = {4};
   answer_like_controller();
@@ -113,7 +111,6 @@ TEST_F(SessionTest, DebugPortOpensByHandEntryZeroClosesItAndConnectLeavesIt) {
   EXPECT_EQ(f.vars.debugmode, 0);
   EXPECT_EQ(fp.comm.opened, (Ints{3, 3, 3}));
   EXPECT_EQ(fp.dialogs.boxes(), Strings{kFailed});
-
   go_online();  // entry 0 while online: the port closes, the program stays connected
   f.c.Combo2.select(0);
   f.session.Combo2_Click();
@@ -129,7 +126,6 @@ TEST_F(SessionTest, ReadsOfflineSendNothingAndTheMenuReadRequestsTheEepromBlocks
   f.session.Lesen_Click();
   EXPECT_TRUE(fp.comm.written.empty());
   EXPECT_FALSE(f.c.Timer5.enabled());
-
   go_online();
   answer_like_controller();
   f.session.Lesen_Click();
@@ -144,7 +140,6 @@ TEST_F(SessionTest, TimerActionsAndTheLogClick) {
   fp.clock.advance(1);
   EXPECT_EQ(f.link.reply_done, 1);
   EXPECT_FALSE(f.c.Timer3.enabled());
-
   go_online();
   f.c.Timer1.set_enabled(true);
   fp.clock.advance(250);
@@ -152,7 +147,6 @@ TEST_F(SessionTest, TimerActionsAndTheLogClick) {
   f.c.Timer4.set_enabled(true);
   fp.clock.advance(10000);
   EXPECT_EQ(fp.timers.ticks(f.c.Timer4), 0);
-
   f.session.List1_Click();
   EXPECT_EQ(f.c.List1.list_count(), 0);
 }

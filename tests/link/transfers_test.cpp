@@ -88,7 +88,6 @@ TEST_F(TransfersTest, UpdateSettingsSendsOnlyTheTwoSettingsBlocks) {
 TEST_F(TransfersTest, WriteToEepromGoesMapFirstSettingsLastThenReloads) {
   record_colour(f.c.Command4[0]);
   f.transfers.Command4_Click(0);
-
   ASSERT_EQ(peer.frames.size(), 10u);
   EXPECT_EQ(peer.codes(), (std::vector<int>{1, 1, 1, 1, 1, 1, 1, 1, 1, kCmdReloadEeprom}));
   EXPECT_EQ(peer.addresses(),
@@ -103,7 +102,6 @@ TEST_F(TransfersTest, WriteToEepromGoesMapFirstSettingsLastThenReloads) {
   EXPECT_EQ(colours[9], kButtonFace);  // the reload goes after the colour is back
   EXPECT_EQ(f.c.MSFlexGrid2.row, 12);
   EXPECT_EQ(f.c.MSFlexGrid2.col, 8);
-
   peer.frames.clear();
   f.transfers.Schreiben_Click();  // the menu reloads twice
   EXPECT_EQ(peer.codes().size(), 11u);
@@ -121,7 +119,6 @@ TEST_F(TransfersTest, MakePermanentStaysRedUntilTheControllerConfirms) {
     fp.clock.advance(50);
     EXPECT_EQ(f.c.Command5.back_color, colour);
   }
-
   f.transfers.Command2_Click();  // the reload: one frame, no wait
   EXPECT_EQ(peer.frames.size(), 2u);
   EXPECT_EQ(fp.clock.now_ms(), 100);
@@ -152,7 +149,6 @@ TEST_F(TransfersTest, ACellThatCannotBeSentEndsTheTransferBetweenFrames) {
   EXPECT_EQ(fp.dialogs.boxes(), std::vector<std::string>{"Error|Critical|Ok|Overflow"});
   EXPECT_EQ(fp.comm.written[1].size(), 10u * 22u);  // settings, axes, rows 1-4: whole frames
   EXPECT_EQ(f.c.Command9.back_color, kButtonFace);
-
   f.c.MSFlexGrid2.set_text(5, 3, "0");
   f.c.MSFlexGrid3.set_text(2, 9, "0");  // an airflow frequency of zero
   EXPECT_FALSE(run_handler(fp.dialogs, [this] { f.transfers.Command9_Click(); }));

@@ -74,7 +74,6 @@ TEST(Form1Unload, UnloadsEveryWindowEndsTheProgramAndWritesNothing) {
   form.shell.reload_pressure();
   const auto before = folder_contents(folder.path());
   ASSERT_EQ(before.size(), 3u);
-
   form.shell.Form_Unload();
   EXPECT_EQ(fp.windows.calls,
             (Strings{"unload Form2", "unload Form3", "unload Form4", "unload Form5", "end"}));

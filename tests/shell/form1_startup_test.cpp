@@ -136,7 +136,6 @@ TEST_F(Form1Startup, ActivateReadsPressureRawWhenThereIsOne) {
   form.shell.Form_Activate();  // no file: the table stays zero
   EXPECT_EQ(form.vars.pfad, folder.path());
   EXPECT_EQ(c.pressure_table, decltype(c.pressure_table){});
-
   for (const int step : {3, -255}) {
     std::vector<std::int16_t> words(256);
     for (int i = 0; i < 256; ++i)
@@ -168,7 +167,6 @@ TEST_F(Form1Startup, ActivateDividesRpmFactorByHeadingsTiesToEven) {
               std::vector<std::int32_t>(k.points.begin(), k.points.end()))
         << k.rpmfaktor;
   }
-
   form.vars.rpmfaktor = 30'000'000;
   c.MSFlexGrid2.set_text(0, 5, "0");
   EXPECT_FALSE(run_handler(fp.dialogs, [&] { form.shell.Form_Activate(); }));

@@ -101,7 +101,6 @@ TEST(Numbers, NumberTextAndTheValueThroughIt) {
   EXPECT_EQ(number_text(2.0 / 3), "0.666666666666667");
   EXPECT_EQ(number_text(-1234.25, ','), "-1234,25");  // the locale's decimal comma
   EXPECT_EQ(number_text(1.5e300, ','), "1,5E+300");
-
   const double noisy = 49 * 1.27 + 128, below_half = 330 * 2.55 + 128;  // 969.4999999999999
   EXPECT_NE(noisy, 190.23);                                             // the noise this removes
   EXPECT_EQ(through_text(noisy), 190.23);

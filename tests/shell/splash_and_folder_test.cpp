@@ -49,7 +49,6 @@ TEST(ProgramFolder, DataDirOptionThenWritableExecutableFolderThenPerUserFolder) 
   EXPECT_EQ(choose_program_folder({exe, user, std::nullopt}), exe);
   EXPECT_FALSE(fs::exists(user));
   EXPECT_TRUE(fs::is_empty(exe));  // the write probe is gone
-
   fs::permissions(exe, fs::perms::owner_read | fs::perms::owner_exec);
   if (folder_is_writable(exe)) {
     // Running as root: a read-only mode does not stop writing; /proc still refuses files.

@@ -69,12 +69,10 @@ TEST(SimCommands, WritesAreAcknowledgedAndReadBackEachInItsOwnMemory) {
   EXPECT_EQ(c.working_memory().at(0x02AF), 128);  // the neighbours are untouched
   EXPECT_EQ(c.working_memory().at(0x02C0), 128);
   EXPECT_EQ(c.eeprom(), fresh.eeprom());
-
   const MemoryWindow ram = c.working_memory();
   EXPECT_EQ(joined(exchange(c, 2, command(0x01, 0x0060, row), 2)), text_frame("Write EEProm"));
   EXPECT_EQ(joined(exchange(c, 3, command(0x02, 0x0060), 3)), block_frame(0x02, 0x060, row));
   EXPECT_EQ(c.working_memory(), ram);
-
   // Outside the memories: writes are ignored, reads give zeros.
   exchange(c, 4, command(0x0B, 0x0100, Block{1, 2, 3}), 4);
   EXPECT_EQ(c.working_memory(), ram);
@@ -131,7 +129,6 @@ TEST(SimCommands, SettingsCommandsUpdateTheirBytesAndUnknownCodesAreOnlyRecorded
   EXPECT_EQ(c.working_memory().block(0x0250),
             (Block{140, 204, 4, 63, 3, 2, 20, 2, 20, 0, 1, 0, 0, 0, 0, 0}));
   EXPECT_EQ(c.manual_adjust(), 160);
-
   const MemoryWindow ram = c.working_memory();
   c.receive(1, command(0x07) + command(0x42, 0x0240, Block{1}));
   EXPECT_TRUE(c.poll(1000).empty());
@@ -146,9 +143,7 @@ class SimPermanent : public ::testing::Test {
   SimPermanent() { std::filesystem::remove(path); }
   ~SimPermanent() override { std::filesystem::remove(path); }
   Options with_state() const {
-    Options o;
-    o.state_file = path;
-    return o;
+    return test::with([this](Options& o) { o.state_file = path; });
   }
   const std::string path =
       (std::filesystem::temp_directory_path() /
@@ -183,7 +178,6 @@ TEST_F(SimPermanent, WithoutMakePermanentNothingIsKeptAndAForeignFileIsReported)
   }
   EXPECT_FALSE(std::filesystem::exists(path));
   EXPECT_EQ(Controller(with_state()).working_memory(), Controller().working_memory());
-
   std::ofstream(path) << "not a state file";
   Controller c(with_state());
   EXPECT_NE(c.state_error(), "");
@@ -220,9 +214,8 @@ TEST(SimBootLoader, UpdateIsAcknowledgedBlockByBlockAndEndsWithARestart) {
   c.receive(2000, command(0x05));
   EXPECT_EQ(test::byte_at(c.poll(2000).at(0).bytes, 1), 0xFD);
 
-  Options recovery;  // started in the boot loader: takes an image without a start request
-  recovery.start_in_boot_loader = true;
-  Controller r(recovery);
+  // Started in the boot loader: takes an image without a start request.
+  Controller r(test::with([](Options& o) { o.start_in_boot_loader = true; }));
   r.receive(0, command(0x05) + std::string(106, '\0'));  // 128 bytes of image
   EXPECT_EQ(r.poll(0), (std::vector<Emission>{{0, "\x06"}}));
   EXPECT_TRUE(r.frames_received().empty());

@@ -30,7 +30,6 @@ TEST(SimFrameReader, DecodesFullAndShortFramesAndDropsGarbageAndStrayStartBytes)
   EXPECT_EQ(frames[0].address(), 0x03A0);
   EXPECT_EQ(frames[0].data, data);  // frame bytes inside the data are data
   EXPECT_FALSE(frames[0].short_connect);
-
   // The short connect frame is taken at its twentieth byte; the full one has a zero there.
   const std::string s = test::short_connect();
   EXPECT_TRUE(feed(r, 0, s.substr(0, 19)).empty());
@@ -39,7 +38,6 @@ TEST(SimFrameReader, DecodesFullAndShortFramesAndDropsGarbageAndStrayStartBytes)
   EXPECT_TRUE(frames[0].short_connect);
   EXPECT_EQ(frames[1].code, 0x05);
   EXPECT_FALSE(frames[1].short_connect);
-
   // A stray 0x55 inside garbage, then a real frame right after it.
   const std::string garbage = bytes({0x00, 0xFF, 0x55, 0x13, 0x0D});
   frames = feed(r, 0, garbage + command(0x0C, 0x0260) + bytes({0x0A}) + command(0x05));
@@ -65,7 +63,6 @@ TEST(SimFrameReader, GivesUpAPartialFrameAfterTheTimeout) {
   const auto after_pause = feed(r, 400, command(0x0C, 0x0250));
   ASSERT_EQ(after_pause.size(), 1u);
   EXPECT_EQ(after_pause[0].address(), 0x0250);
-
   // The controller answers the frame behind garbage and the timed-out start byte.
   Controller c;
   c.receive(0, bytes({0x13, 0x37, 0x55}) + test::short_connect());

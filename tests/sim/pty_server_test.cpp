@@ -46,11 +46,7 @@ class SimPty : public ::testing::Test {
     return got;
   }
 
-  PtyServer server_{[] {
-    Options o;
-    o.paced = true;
-    return o;
-  }()};
+  PtyServer server_{test::with([](Options& o) { o.paced = true; })};
   int port_ = -1;
 };
 
@@ -69,9 +65,7 @@ TEST_F(SimPty, AnswersOnTheSlaveAndKeepsServingWhenThePortIsReopened) {
 }
 
 TEST(SimPtyVanish, PumpStopsOnceTheLineIsGone) {
-  Options o;
-  o.faults.vanish_at_ms = 30;
-  PtyServer server(o);
+  PtyServer server(test::with([](Options& o) { o.faults.vanish_at_ms = 30; }));
   if (!server.open()) GTEST_SKIP() << server.error();
   const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(2);
   while (server.pump(10) && std::chrono::steady_clock::now() < deadline) {

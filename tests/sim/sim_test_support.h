@@ -38,6 +38,20 @@ inline std::vector<Emission> exchange(Controller& c, double now_ms, const std::s
   return c.poll(until_ms);
 }
 
+// Options changed by `set`, e.g. with([](Options& o) { o.paced = true; }).
+template <class Set>
+Options with(Set set) {
+  Options o;
+  set(o);
+  return o;
+}
+
+inline std::vector<double> times(const std::vector<Emission>& emissions) {
+  std::vector<double> out;
+  for (const Emission& e : emissions) out.push_back(e.at_ms);
+  return out;
+}
+
 inline std::string joined(const std::vector<Emission>& emissions) {
   std::string out;
   for (const Emission& e : emissions) out += e.bytes;

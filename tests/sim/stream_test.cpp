@@ -15,13 +15,8 @@ namespace {
 using test::byte_at;
 using test::command;
 using test::stream_on;
+using test::times;
 using test::word_at;
-
-std::vector<double> times(const std::vector<Emission>& emissions) {
-  std::vector<double> out;
-  for (const auto& e : emissions) out.push_back(e.at_ms);
-  return out;
-}
 
 TEST(SimStream, StatusFramesKeepTheirBeatUntilSwitchedOff) {
   Controller c;
@@ -84,12 +79,7 @@ TEST(SimStream, DebugLinesEndWithACarriageReturnOfTheirOwn) {
 // The engine held still, so consecutive frames differ only by what the program changed.
 class SimOperatingPoint : public ::testing::Test {
  protected:
-  SimOperatingPoint() : c_(held()) { c_.receive(0, stream_on(1)); }
-  static Options held() {
-    Options o;
-    o.hold_engine_at_ms = 6000;
-    return o;
-  }
+  SimOperatingPoint() { c_.receive(0, stream_on(1)); }
 
   // The next status frame after writing `frames`.
   std::string after(const std::string& frames) {
@@ -120,7 +110,7 @@ class SimOperatingPoint : public ::testing::Test {
     return {cell / 16, (cell & 15) == 0 ? 16 : cell & 15};
   }
 
-  Controller c_;
+  Controller c_{test::with([](Options& o) { o.hold_engine_at_ms = 6000; })};
   double t_ = 0;
 };
 
@@ -150,18 +140,15 @@ TEST_F(SimOperatingPoint, InjectorOutputFollowsTheCorrectionCellAndTheSlider) {
   EXPECT_EQ(byte_at(neutral, 12), 128);
   const auto [row, column] = cell_of(neutral);
   const int in_ticks = word_at(neutral, 6);
-
   const std::string richer = after(changed(0x02A0 + 16 * row, column - 1, 192));  // +50.4 %
   EXPECT_EQ(byte_at(richer, 13), byte_at(neutral, 13));
   EXPECT_EQ(word_at(richer, 6), in_ticks);
   EXPECT_EQ(byte_at(richer, 12), 193);
   // Offsets 336 us in, 288 us out, injector sizes equal.
   EXPECT_NEAR(word_at(richer, 8), ((4.0 * in_ticks - 336) * (1 + 64 / 127.0) + 288) / 4, 1);
-
   const std::string unmapped = after(changed(0x0250, 4, 0x02));  // "Map Aktiv" cleared
   EXPECT_EQ(word_at(unmapped, 8), word_at(neutral, 8));
   EXPECT_EQ(byte_at(unmapped, 12), 128);
-
   // Manual adjust slider at 160 is +25 %.
   const std::string adjusted = after(command(0x03, 0, Block{160, 0x01, 0x50, 0x01, 0x20, 128, 15}));
   EXPECT_EQ(byte_at(adjusted, 12), 160);
@@ -178,7 +165,6 @@ TEST_F(SimOperatingPoint, AirflowOutputIsTheMapCellOrThePassedThroughInput) {
   cells[word_address & 0xF] = 0x34;
   cells[(word_address & 0xF) + 1] = 0x12;
   EXPECT_EQ(word_at(after(command(0x0B, block, cells)), 14), 0x1234);
-
   const std::string passed = after(changed(0x0250, 4, 0x01));  // the airflow map inactive
   EXPECT_EQ(word_at(passed, 14), word_at(passed, 18));
   EXPECT_GT(250000 / word_at(passed, 18), 20);

@@ -18,18 +18,10 @@ using Times = std::vector<double>;
 
 constexpr double kByte = 10.0 / 19200.0 * 1000.0;  // ms
 
-Times times(const std::vector<Emission>& emissions) {
-  Times out;
-  for (const auto& e : emissions) out.push_back(e.at_ms);
-  return out;
-}
+using test::times;
+using test::with;
 
-Options paced(Faults faults = {}) {
-  Options o;
-  o.paced = true;
-  o.faults = std::move(faults);
-  return o;
-}
+const Options kPaced = with([](Options& o) { o.paced = true; });
 
 void expect_times(const std::vector<Emission>& out, const Times& expected) {
   ASSERT_EQ(out.size(), expected.size());
@@ -37,22 +29,20 @@ void expect_times(const std::vector<Emission>& out, const Times& expected) {
 }
 
 TEST(SimPacing, RepliesTakeTheirWireTimeOneAfterTheOtherAndAfterAStatusFrame) {
-  Controller c(paced());
+  Controller c(kPaced);
   c.receive(100, command(0x05) + command(0x0C, 0x0240));
   EXPECT_NEAR(c.next_due(), 100 + 22 * kByte, 1e-9);
   EXPECT_TRUE(c.poll(100 + 22 * kByte - 1e-6).empty());
   expect_times(c.poll(200), {100 + 22 * kByte, 100 + 44 * kByte});
   c.receive(300, command(0x05));  // an idle line starts the next reply at once
   expect_times(c.poll(400), {300 + 22 * kByte});
-
-  Controller streaming(paced());
+  Controller streaming(kPaced);
   streaming.receive(0, stream_on(1));
   streaming.receive(52, command(0x05));  // waits for the status frame on the line
   const auto out = streaming.poll(100);
   expect_times(out, {50 + 22 * kByte, 50 + 44 * kByte});
   EXPECT_EQ(test::byte_at(out.at(1).bytes, 1), 0xFD);
-
-  Controller debug(paced());
+  Controller debug(kPaced);
   debug.receive(0, stream_on(2));  // a debug line and its carriage return arrive apart
   const auto lines = debug.poll(300);
   ASSERT_EQ(lines.size(), 2u);
@@ -61,8 +51,7 @@ TEST(SimPacing, RepliesTakeTheirWireTimeOneAfterTheOtherAndAfterAStatusFrame) {
 }
 
 TEST(SimFaults, DelayDropsAndChunks) {
-  Options delayed;
-  delayed.reply_delay_ms = 30;
+  Options delayed = with([](Options& o) { o.reply_delay_ms = 30; });
   Controller unpaced(delayed);
   unpaced.receive(10, command(0x05));
   EXPECT_TRUE(unpaced.poll(39.9).empty());
@@ -72,17 +61,14 @@ TEST(SimFaults, DelayDropsAndChunks) {
   wire.receive(10, command(0x05));
   expect_times(wire.poll(100), {40 + 22 * kByte});
 
-  Options dropping;
-  dropping.faults.drop_replies = {2, 4};
-  Controller c(dropping);
+  Controller c(with([](Options& o) { o.faults.drop_replies = {2, 4}; }));
   for (int t = 0; t < 4; ++t) c.receive(t, command(0x0C, 0x0240 + 16 * t));
   const auto out = c.poll(10);
   EXPECT_EQ(times(out), (Times{0, 2}));
   EXPECT_EQ(out.at(1).bytes.substr(2, 2), bytes({0x02, 0x60}));
   EXPECT_EQ(c.replies(), 4);
 
-  Options chunked;
-  chunked.faults.chunk_size = 5;
+  Options chunked = with([](Options& o) { o.faults.chunk_size = 5; });
   Controller pieces(chunked);
   pieces.receive(7, command(0x05));
   const auto reply = pieces.poll(7);
@@ -100,8 +86,7 @@ TEST(SimFaults, DelayDropsAndChunks) {
 }
 
 TEST(SimFaults, GarbageGoesBeforeTheChosenReplies) {
-  Options o;
-  o.faults.garbage = bytes({0x00, 0xFF, 0x55});
+  Options o = with([](Options& g) { g.faults.garbage = bytes({0x00, 0xFF, 0x55}); });
   o.faults.garbage_replies = {2};
   Controller c(o);
   c.receive(0, command(0x05) + command(0x05) + command(0x05));
@@ -118,9 +103,7 @@ TEST(SimFaults, GarbageGoesBeforeTheChosenReplies) {
 }
 
 TEST(SimFaults, SilenceAfterSomeRepliesOrFromATime) {
-  Options o;
-  o.faults.silent_after_replies = 2;
-  Controller c(o);
+  Controller c(with([](Options& o) { o.faults.silent_after_replies = 2; }));
   c.receive(0, stream_on(1));
   c.receive(60, command(0x05));
   c.receive(70, command(0x05));
@@ -128,10 +111,7 @@ TEST(SimFaults, SilenceAfterSomeRepliesOrFromATime) {
   EXPECT_EQ(times(c.poll(1000)), (Times{50, 60, 70}));  // the stream stops too
   EXPECT_EQ(c.replies(), 4);
   EXPECT_EQ(c.working_memory().at(0x0300), 7);  // commands still act
-
-  Options from;
-  from.faults.silent_from_ms = 1000;
-  Controller later(from);
+  Controller later(with([](Options& o) { o.faults.silent_from_ms = 1000; }));
   later.receive(960, stream_on(1));
   later.receive(999, command(0x05));
   later.receive(1000, command(0x05));
@@ -139,9 +119,7 @@ TEST(SimFaults, SilenceAfterSomeRepliesOrFromATime) {
 }
 
 TEST(SimFaults, VanishingEndsEverythingOnceDueOrOnceItsReplyArrived) {
-  Options o;
-  o.faults.vanish_at_ms = 500;
-  Controller c(o);
+  Controller c(with([](Options& o) { o.faults.vanish_at_ms = 500; }));
   c.receive(0, stream_on(1));
   EXPECT_EQ(c.poll(499).size(), 9u);
   EXPECT_FALSE(c.vanished());
@@ -152,10 +130,7 @@ TEST(SimFaults, VanishingEndsEverythingOnceDueOrOnceItsReplyArrived) {
   EXPECT_TRUE(c.poll(1000).empty());
   EXPECT_EQ(c.next_due(), -1);
   EXPECT_EQ(c.frames_received().size(), 1u);
-
-  Faults after_two;
-  after_two.vanish_after_replies = 2;
-  Controller wire(paced(after_two));
+  Controller wire(with([](Options& o) { o.paced = true, o.faults.vanish_after_replies = 2; }));
   wire.receive(100, command(0x05) + command(0x05) + command(0x05));
   expect_times(wire.poll(1000), {100 + 22 * kByte, 100 + 44 * kByte});
   EXPECT_TRUE(wire.vanished());

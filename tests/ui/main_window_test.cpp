@@ -20,36 +20,26 @@ class MainWindowTest : public ProgramTest {
   MainWindowTest() { start(); }
 };
 
+// Every kind of widget shows its model after the load (the models: see the core start-up test).
 TEST_F(MainWindowTest, ShowsTheLoadedWindow) {
   EXPECT_EQ(app->main_window().windowTitle(), "Nerit: ");
   ASSERT_EQ(w().List2->count(), 5);
-  const char* panels[] = {"Injektoradjust", "Airflow Fuelcut", "Boostcontrol", "Airflow Output",
-                          "Acceleration Fuel"};
-  for (int i = 0; i < 5; ++i) EXPECT_EQ(w().List2->item(i)->text(), QString(panels[i]));
+  EXPECT_EQ(w().List2->item(4)->text(), "Acceleration Fuel");
   for (QGroupBox* frame : w().Frame1) EXPECT_TRUE(frame->isHidden());
-
   EXPECT_EQ(w().Label4[0]->text(), "offline");
   EXPECT_EQ(w().Label4[0]->palette().color(QPalette::Window), QColor(255, 0, 0));
-  EXPECT_EQ(w().Label4[1]->text(), "-");
   EXPECT_EQ(w().Command1->text(), "Connect");
   EXPECT_EQ(w().Combo2->count(), 33);
   EXPECT_EQ(w().Combo2->currentIndex(), -1);
   EXPECT_EQ(w().Combo2->placeholderText(), QString::fromUtf8("Debugport wählen...."));
   EXPECT_EQ(w().Combo1->itemText(3), "Airflow Karmann Vortex / Hz");
   EXPECT_FALSE(w().Combo3->isEnabled());
-  EXPECT_EQ(w().Combo3->count(), 9);
   EXPECT_FALSE(w().menu.at("Start")->isEnabled());
   EXPECT_FALSE(w().menu.at("Stop")->isEnabled());
-  for (const char* entry :
-       {"Laden", "Speichern", "Autoconnect", "Read Data", "Write Data", "Firmwareupdate",
-        "Basesettings", "Airflowsettings", "RPM Points", "Load Points", "Realtimedata"})
-    EXPECT_TRUE(w().menu.at(entry)->isEnabled()) << entry;
-  EXPECT_EQ(cell(w().MSFlexGrid2, 0, 1), "500");
+  EXPECT_TRUE(w().menu.at("Basesettings")->isEnabled());
   EXPECT_EQ(cell(w().MSFlexGrid3, 0, 16), "8000");
   EXPECT_EQ(cell(w().MSFlexGrid2, 16, 0), "--");
-  EXPECT_EQ(cell(w().MSFlexGrid3, 16, 16), "0");
   EXPECT_EQ(cell(w().MSFlexGrid1, 2, 0), QString::fromUtf8("INJ In / µs"));
-  EXPECT_EQ(cell(w().MSFlexGrid1, 0, 1), "Value");
   EXPECT_TRUE(dialogs.shown.empty());
 }
 
@@ -88,20 +78,16 @@ TEST_F(MainWindowTest, ChoosingAPanelShowsOnlyThatPanel) {
 
 TEST_F(MainWindowTest, AFaultInAHandlerBecomesAMessageAndTheProgramGoesOn) {
   app->run([] { throw OverflowError(); });
-  ASSERT_EQ(dialogs.shown.size(), 1u);
-  EXPECT_EQ(dialogs.shown[0].text, "Overflow");
-  EXPECT_EQ(dialogs.shown[0].title, "Error");
+  EXPECT_EQ(dialogs.boxes(), std::vector<std::string>{"Error|Critical|Ok|Overflow"});
   app->run([this] { c().Label4[1].caption = "still here"; });
   EXPECT_EQ(w().Label4[1]->text(), "still here");
 }
 
 TEST_F(MainWindowTest, BasesettingsOfflineWarnsAndClosingUnloadsEverythingAndEnds) {
   w().menu.at("Basesettings")->trigger();
-  ASSERT_EQ(dialogs.shown.size(), 1u);
-  EXPECT_EQ(dialogs.shown[0].icon, MsgIcon::Information);
+  EXPECT_EQ(dialogs.shown.at(0).icon, MsgIcon::Information);
   ASSERT_TRUE(app->windows().is_loaded(FormId::Form3));
   EXPECT_EQ(app->windows().widget(FormId::Form3)->windowTitle(), "Basesettings");
-
   QSignalSpy quit(qApp, &QCoreApplication::aboutToQuit);
   app->main_window().close();
   EXPECT_TRUE(app->closing());

@@ -38,7 +38,6 @@ TEST(PortOrdering, NamedThenSimulatorThenAdaptersThenTheRestEachOnce) {
   EXPECT_EQ(port_at(ordered, 9), "/dev/ttyS10");
   for (int outside : {10, 255, 0, -1}) EXPECT_EQ(port_at(ordered, outside), "") << outside;
   EXPECT_TRUE(order_ports({}, "", {}).empty());
-
   const char* ascending[] = {"ttyS", "ttyS0", "ttyS9", "ttyS10a", "ttyUSB2", "ttyUSB10"};
   for (std::size_t i = 1; i < std::size(ascending); ++i) {
     EXPECT_TRUE(natural_less(ascending[i - 1], ascending[i])) << ascending[i];
@@ -60,13 +59,11 @@ TEST(PortNumbering, ListsTheSystemAgainOnlyPastTheNamedDevicesAndAtMostOncePerIn
   EXPECT_EQ(ports.device_to_open(1), "/dev/pts/3");
   EXPECT_EQ(ports.device_to_open(2), "/dev/pts/8");
   EXPECT_EQ(listings, 1);
-
   system.push_back("/dev/ttyUSB0");  // plugged in after start
   EXPECT_EQ(ports.device_name(3), "/dev/ttyS0");
   EXPECT_EQ(ports.device_to_open(3), "/dev/ttyUSB0");
   EXPECT_EQ(listings, 2);
   EXPECT_EQ(ports.device_name(4), "/dev/ttyS0");
-
   PortNumbering hourly({"/dev/pts/3"}, "", lister, std::chrono::hours(1));
   for (int n = 1; n <= 255; ++n) hourly.device_to_open(n);
   EXPECT_EQ(listings, 3);
@@ -199,7 +196,6 @@ TEST_F(SerialPortTest, LineSettingsReachTheDevice) {
   EXPECT_FALSE(t.c_cflag & CRTSCTS);
   EXPECT_FALSE(t.c_iflag & (IXON | IXOFF));
   EXPECT_FALSE(t.c_lflag & (ICANON | ECHO | ISIG));
-
   port.set_settings("19200,O,8,1");  // while open: applied at once
   ASSERT_EQ(tcgetattr(pty.device, &t), 0);
   EXPECT_EQ(cfgetospeed(&t), static_cast<speed_t>(B19200));
@@ -278,7 +274,6 @@ TEST_F(ProgramSerialTest, AVanishedDeviceIsLoggedAndAFailingArrivalEndsInAMessag
   EXPECT_EQ(log_text(before), " -> Port 1 (" + first.path + ") closed: device removed");
   EXPECT_FALSE(comm().port_open());
   EXPECT_TRUE(dialogs.shown.empty());
-
   open(2);
   int calls = 0;
   comm().on_comm = [&] {
