@@ -1,8 +1,6 @@
 // The whole program against the virtual controller: the nerit-sim program on its pseudo-terminal,
 // and the in-process one of --simulate. Connect, read the tune, change a cell, write it, read it
 // back. Also how the program's waits treat the line: requests leave at once, a wait sleeps.
-#include <poll.h>
-
 #include <QComboBox>
 #include <QLabel>
 #include <QListWidget>
@@ -12,7 +10,6 @@
 #include "link/frames.h"
 #include "sim/default_tune.h"
 #include "sim/memory_map.h"
-#include "tests/support/reply_frames.h"
 #include "tests/ui/ui_test_support.h"
 #include "ui/qt_platform.h"
 #include "ui/simulator.h"
@@ -129,8 +126,11 @@ TEST_F(EndToEnd, ConnectsReadsWritesAndReadsBackTheSimulatorProgram) {
 
 TEST_F(EndToEnd, SimulateModeServesTheVirtualControllerInProcessAndAReadSleeps) {
   Simulator simulator(simulator_options(folder.path()));
+  EXPECT_TRUE(simulator.slave_path().empty());  // served only once started
   ASSERT_TRUE(simulator.start()) << simulator.error();
   EXPECT_TRUE(simulator.state_error().empty()) << simulator.state_error();
+  run_events_for(300);
+  EXPECT_EQ(simulator.wakeups(), 0);  // nothing scheduled, nothing written: no wakeups
   start({}, simulator.slave_path());
   EXPECT_EQ(app->platform().comm.device_name(1), simulator.slave_path());
   connect(MsgAnswer::No);
@@ -176,53 +176,6 @@ TEST_F(EndToEnd, SimulateModeServesTheVirtualControllerInProcessAndAReadSleeps) 
   EXPECT_EQ(restarted.controller().working_memory().at(at), 160);
   EXPECT_EQ(restarted.controller().working_memory().at(at + 1), 128);
   EXPECT_EQ(dialogs.shown.size(), 1u);
-}
-
-TEST(Simulator, ServesOnlyOnceStarted) {
-  testing::TempFolder folder;
-  Simulator simulator(simulator_options(folder.path()));
-  EXPECT_TRUE(simulator.slave_path().empty());
-  ASSERT_TRUE(simulator.start()) << simulator.error();
-  EXPECT_TRUE(std::filesystem::exists(simulator.slave_path())) << simulator.slave_path();
-  run_events_for(300);
-  EXPECT_EQ(simulator.wakeups(), 0);  // nothing scheduled, nothing written: no wakeups
-}
-
-class ProgramSerialWaits : public ProgramTest {
- protected:
-  ProgramSerialWaits() {
-    start({pty.path});
-    app->run([this] {
-      app->platform().comm.set_comm_port(1);
-      app->platform().comm.set_port_open(true);
-    });
-  }
-  Pty pty;
-};
-
-TEST_F(ProgramSerialWaits, WhatAHandlerWroteIsOnTheLineWhenItReturns) {
-  app->run([this] {
-    app->platform().comm.output("U");
-    app->platform().comm.output(std::string("\x00\x0d\x0a", 3));
-  });
-  // The event loop does not run here: the bytes went out before run() returned.
-  std::string got;
-  for (pollfd p{pty.master, POLLIN, 0}; ::poll(&p, 1, 100) > 0 && got.size() < 4;)
-    got += pty.take();
-  EXPECT_EQ(got, std::string("U\x00\x0d\x0a", 4));
-}
-
-TEST_F(ProgramSerialWaits, AReplyShowsWhileTheHandlerThatWaitsForItStillRuns) {
-  const int before = w().List1->count();
-  bool shown_inside = false;
-  app->run([&] {
-    pty.send(testing::ReplyFrame(kReplyText).text("Write SDram"));
-    // A loop of its own, as a message box runs one.
-    shown_inside = wait_until([&] { return w().List1->count() == before + 1; }, 3000);
-  });
-  EXPECT_TRUE(shown_inside);
-  ASSERT_EQ(w().List1->count(), before + 1);
-  EXPECT_EQ(log_text(before), " -> Write SDram @ 0x0");
 }
 
 }  // namespace

@@ -1,5 +1,6 @@
 // Port numbering, and the Qt serial port against a real pseudo-terminal pair: exact bytes both
 // ways, the receive event, refusals, line settings on the device, and a device that vanishes.
+#include <poll.h>
 #include <termios.h>
 
 #include <QComboBox>
@@ -8,7 +9,9 @@
 #include <filesystem>
 #include <fstream>
 
+#include "link/frames.h"
 #include "shell/errors.h"
+#include "tests/support/reply_frames.h"
 #include "tests/ui/ui_test_support.h"
 #include "ui/port_numbering.h"
 #include "ui/qt_serial_port.h"
@@ -285,6 +288,33 @@ TEST_F(ProgramSerialTest, AVanishedDeviceIsLoggedAndAFailingArrivalEndsInAMessag
   EXPECT_EQ(calls, 1);
   EXPECT_EQ(dialogs.shown.front().text, "arrival failed");
   EXPECT_TRUE(comm().port_open());
+}
+
+TEST_F(ProgramSerialTest, WhatAHandlerWroteIsOnTheLineWhenItReturns) {
+  open(1);
+  app->run([this] {
+    comm().output("U");
+    comm().output(std::string("\x00\x0d\x0a", 3));
+  });
+  // The event loop does not run here: the bytes went out before run() returned.
+  std::string got;
+  for (pollfd p{first.master, POLLIN, 0}; ::poll(&p, 1, 100) > 0 && got.size() < 4;)
+    got += first.take();
+  EXPECT_EQ(got, std::string("U\x00\x0d\x0a", 4));
+}
+
+TEST_F(ProgramSerialTest, AReplyShowsWhileTheHandlerThatWaitsForItStillRuns) {
+  open(1);
+  const int before = w().List1->count();
+  bool shown_inside = false;
+  app->run([&] {
+    first.send(testing::ReplyFrame(kReplyText).text("Write SDram"));
+    // A loop of its own, as a message box runs one.
+    shown_inside = wait_until([&] { return w().List1->count() == before + 1; }, 3000);
+  });
+  EXPECT_TRUE(shown_inside);
+  ASSERT_EQ(w().List1->count(), before + 1);
+  EXPECT_EQ(log_text(before), " -> Write SDram @ 0x0");
 }
 
 }  // namespace
