@@ -1,27 +1,17 @@
 // Replies from the controller as they arrive on the port of the composed main window: framing,
 // then every reply type decoded into the log, the grids, the panels and the variables.
-#include <gtest/gtest.h>
-
 #include <array>
-#include <string>
-#include <utility>
-#include <vector>
 
-#include "app/form1.h"
-#include "tests/support/fake_platform.h"
-#include "tests/support/reply_frames.h"
+#include "tests/link/link_fixture.h"
 
-namespace nerit {
+namespace nerit::testing {
 namespace {
 
 using Strings = std::vector<std::string>;
-using testing::ReplyFrame;
-using testing::sram_reply;
 
-class ReplyDispatch : public ::testing::Test {
+class ReplyDispatch : public LinkFixture {
  protected:
-  void SetUp() override {
-    form.shell.Form_Load();
+  ReplyDispatch() {
     fp.comm.present = {1};
     fp.comm.set_port_open(true);
     vars.rpmfaktor = 30000000;
@@ -45,13 +35,9 @@ class ReplyDispatch : public ::testing::Test {
     return s;
   }
 
-  testing::FakePlatform fp;
-  testing::TempFolder folder;
-  Program program{fp.platform, folder.path()};
-  Form1& form = program.form1;
-  Form1Controls& c = form.c;
-  ProgramState& vars = form.vars;
-  LinkState& link = form.link;
+  Form1Controls& c = f.c;
+  ProgramState& vars = f.vars;
+  LinkState& link = f.link;
 };
 
 TEST_F(ReplyDispatch, FramesAreCutFromChunksEndingInCrLf) {
@@ -98,11 +84,8 @@ TEST_F(ReplyDispatch, FramesAreCutFromChunksEndingInCrLf) {
 // --- status ----------------------------------------------------------------------------------
 
 TEST_F(ReplyDispatch, StatusLogLineShowsBytesFourToNineteenInHex) {
-  const int bytes[16] = {0x00, 0x01, 0x0A, 0xFF, 0x10, 0x7F, 0x80, 0x0F,
-                         0xF0, 0x03, 0x30, 0xAB, 0xCD, 0xEF, 0x02, 0x20};
-  ReplyFrame f(0xFF);
-  for (int i = 0; i < 16; ++i) f.byte(4 + i, bytes[i]);
-  arrive(f);
+  arrive(ReplyFrame(0xFF).text(
+      std::string("\x00\x01\x0A\xFF\x10\x7F\x80\x0F\xF0\x03\x30\xAB\xCD\xEF\x02\x20", 16)));
   EXPECT_EQ(c.List1.items,
             Strings{"12:00:00 -> Status:  0 1 A FF 10 7F 80 F F0 3 30 AB CD EF 2 20"});
 }
@@ -156,9 +139,9 @@ TEST_F(ReplyDispatch, LiveRowsOfOneStatusFrame) {
     c.boost_display = k.boost_display;
     fp.locale.decimal = k.separator;
     c.Combo1.select(k.load_type);
-    ReplyFrame f(0xFF);
-    k.value > 255 ? f.word(k.offset, k.value) : f.byte(k.offset, k.value);
-    arrive(f);
+    ReplyFrame frame(0xFF);
+    k.value > 255 ? frame.word(k.offset, k.value) : frame.byte(k.offset, k.value);
+    arrive(frame);
     EXPECT_EQ(live(k.row), k.text);
   }
 }
@@ -183,7 +166,7 @@ TEST_F(ReplyDispatch, StatusKeepsVoltsAndThrottleAndGoesOnPastEqualCalibration) 
 TEST_F(ReplyDispatch, HighlightFollowsTheOperatingCellWhenItMoves) {
   using Calls = std::vector<std::pair<int, int>>;
   Calls calls;
-  form.dispatcher.hooks.highlight = [&](int r, int col) { calls.emplace_back(r, col); };
+  f.dispatcher.hooks.highlight = [&](int r, int col) { calls.emplace_back(r, col); };
   const struct {
     int check2, fokus, b13;
     Calls expected;
@@ -204,23 +187,15 @@ TEST_F(ReplyDispatch, HighlightFollowsTheOperatingCellWhenItMoves) {
 TEST_F(ReplyDispatch, AutomapAndLogRowGetTheValuesOfEveryStatusFrame) {
   std::vector<std::array<double, 3>> automap;
   std::vector<std::vector<double>> rows;
-  form.dispatcher.hooks.automap = [&](double s, double l, double v) {
-    automap.push_back({s, l, v});
-  };
-  form.dispatcher.hooks.log_row = [&](const LiveRow& r) {
+  f.dispatcher.hooks.automap = [&](double s, double l, double v) { automap.push_back({s, l, v}); };
+  f.dispatcher.hooks.log_row = [&](const LiveRow& r) {
     rows.push_back({r.drehzahl, r.inj_in_us, r.inj_out_us, r.adjust_percent, r.boost_kpa, r.tps_in,
                     r.airflow_out_hz});
   };
-  const std::string frame = ReplyFrame(0xFF)
-                                .status_word(4, 10000)   // 3000 rpm
-                                .status_word(2, 1000)    // 4000 us
-                                .status_word(3, 1500)    // 6000 us
-                                .byte(12, 192)           // +50 %
-                                .byte(4, 120)            // 50 %
-                                .byte(5, 200)            // 250 kPa absolute
-                                .byte(16, 51)            // 1000 mV
-                                .status_word(6, 83)      // out 3012 Hz
-                                .status_word(8, 12500);  // in 20 Hz
+  // 3000 rpm, 4000 and 6000 us, +50 %, TPS 50 %, 250 kPa, 1000 mV, out 3012 Hz, in 20 Hz.
+  ReplyFrame frame(0xFF);
+  frame.status_word(4, 10000).status_word(2, 1000).status_word(3, 1500).byte(12, 192);
+  frame.byte(4, 120).byte(5, 200).byte(16, 51).status_word(6, 83).status_word(8, 12500);
   arrive(frame);
   EXPECT_TRUE(automap.empty()) << "Automap not ticked";
   c.Check5.value = 1;
@@ -240,22 +215,21 @@ TEST_F(ReplyDispatch, AutomapAndLogRowGetTheValuesOfEveryStatusFrame) {
 
 // --- SRAM blocks -----------------------------------------------------------------------------
 
+// The airflow-output panel: caption|frequency and analog options|Combo3 index and enabled; then
+// the boost check box and panel.
 TEST_F(ReplyDispatch, SettingsBlockOne) {
   const struct {
     int airflowtype, boost;
-    const char* caption;
-    int combo3;
-    bool analog, boost_on;
+    const char* panels;
   } cases[] = {
-      {0, 1, "Airflow Out: Karman Vortex 20-3000 Hz", 0, false, true},
-      {1, 0, "Airflow Out: Voltage 0-5000 mV", 1, true, false},
-      {3, 2, "Airflow Out: Voltage 0-5000 mV", 3, true, false},
+      {0, 1, "Airflow Out: Karman Vortex 20-3000 Hz|1 0|0 off|1 on"},
+      {1, 0, "Airflow Out: Voltage 0-5000 mV|0 1|1 on|0 off"},
+      {3, 2, "Airflow Out: Voltage 0-5000 mV|0 1|3 on|0 off"},
   };
+  auto on = [](bool enabled) { return enabled ? " on" : " off"; };
   for (const auto& k : cases) {
-    SCOPED_TRACE(k.airflowtype);
-    c.Check3.value = k.boost_on ? 0 : 1;
-    c.Frame1[kPanelBoostcontrol].enabled = !k.boost_on;
-    c.Combo3.enabled = !k.analog;
+    c.Check3.value = k.boost == 1 ? 0 : 1;  // the opposite of what the block sets
+    c.Frame1[kPanelBoostcontrol].enabled = c.Combo3.enabled = k.boost != 1;
     link.reply_done = 0;
     arrive(sram_reply(0x240, {3, 2, 20, 220, 0x50, 0x01, 0x34, 0x12, 0xE8, 0x03, 0x20, 0x03, 160,
                               k.airflowtype, 200, k.boost}));
@@ -266,13 +240,12 @@ TEST_F(ReplyDispatch, SettingsBlockOne) {
                                    vars.airflowtype, vars.aoutmax}),
               (std::vector<double>{2, 20, 220, 336, 0x1234, 1000, 800, 160,
                                    static_cast<double>(k.airflowtype), 200}));
-    EXPECT_EQ(c.Frame1[kPanelAirflowOutput].caption, k.caption);
-    EXPECT_EQ(c.OptionFrequency.value, !k.analog);
-    EXPECT_EQ(c.OptionAnalog.value, k.analog);
-    EXPECT_EQ(c.Combo3.list_index, k.combo3);
-    EXPECT_EQ(c.Combo3.enabled, k.analog);
-    EXPECT_EQ(c.Check3.value, k.boost_on ? 1 : 0);
-    EXPECT_EQ(c.Frame1[kPanelBoostcontrol].enabled, k.boost_on);
+    EXPECT_EQ(c.Frame1[kPanelAirflowOutput].caption + "|" +
+                  std::to_string(c.OptionFrequency.value) + " " +
+                  std::to_string(c.OptionAnalog.value) + "|" + std::to_string(c.Combo3.list_index) +
+                  on(c.Combo3.enabled) + "|" + std::to_string(c.Check3.value) +
+                  on(c.Frame1[kPanelBoostcontrol].enabled),
+              k.panels);
   }
 }
 
@@ -322,9 +295,9 @@ TEST_F(ReplyDispatch, RpmAxisBlocksFillPointsAndBothHeadingsInHundreds) {
   const int periods[16] = {60000, 7317, 24000, 40000, 30000, 10000, 6000, 3750,
                            5000,  4000, 8000,  4800,  8571,  8572,  6667, 6122};
   for (int half = 0; half < 2; ++half) {
-    ReplyFrame f(0x0C);
-    for (int k = 0; k < 8; ++k) f.word(4 + 2 * k, periods[8 * half + k]);
-    arrive(f.address(0x280 + 16 * half));
+    ReplyFrame frame(0x0C);
+    for (int k = 0; k < 8; ++k) frame.word(4 + 2 * k, periods[8 * half + k]);
+    arrive(frame.address(0x280 + 16 * half));
     EXPECT_EQ(c.MSFlexGrid2.text(0, 9), half == 0 ? "4500" : "6000");  // 0x290's, not 0x280's
   }
   const Strings headings{"500",  "4100", "1200", "800",  "1000", "3000", "5000", "8000",
@@ -397,4 +370,4 @@ TEST_F(ReplyDispatch, OtherReplies) {
 }
 
 }  // namespace
-}  // namespace nerit
+}  // namespace nerit::testing
