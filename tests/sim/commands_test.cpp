@@ -8,6 +8,7 @@
 
 #include "sim/controller.h"
 #include "tests/sim/sim_test_support.h"
+#include "tests/support/reply_frames.h"
 
 namespace nerit::sim {
 namespace {
@@ -17,10 +18,8 @@ using test::command;
 using test::exchange;
 using test::joined;
 
-std::string text_frame(std::string text, int flag = 0) {
-  text.resize(16, '\0');
-  return bytes({0x55, 0x00, 0x00, flag}) + text + "\r\n";
-}
+using testing::hex_bytes;
+using testing::text_reply;
 
 // A reply frame of `type` for the block at `address`.
 std::string block_frame(int type, int address, const Block& data) {
@@ -38,17 +37,13 @@ TEST(SimCommands, ConnectAnswersWithTheFirmwareTextInBothFrameLengths) {
 
 TEST(SimCommands, ReadWorkingMemoryReturnsTheDefaultTune) {
   Controller c;
-  EXPECT_EQ(
-      joined(exchange(c, 0, command(0x0C, 0x0240), 0)),
-      block_frame(0x0C, 0x240,
-                  {1, 1, 20, 230, 0x50, 0x01, 0x20, 0x01, 0xB8, 0x01, 0xB8, 0x01, 128, 0, 255, 0}));
-  EXPECT_EQ(joined(exchange(c, 1, command(0x0C, 0x0250), 1)),
-            block_frame(0x0C, 0x250, {130, 128, 4, 15, 3, 2, 20, 2, 20, 0, 1}));
+  EXPECT_EQ(hex_bytes(joined(exchange(c, 0, command(0x0C, 0x0240), 0))),
+            "55 0C 02 40 01 01 14 E6 50 01 20 01 B8 01 B8 01 80 00 FF 00 0D 0A");
+  EXPECT_EQ(hex_bytes(joined(exchange(c, 1, command(0x0C, 0x0250), 1))),
+            "55 0C 02 50 82 80 04 0F 03 02 14 02 14 00 01 00 00 00 00 00 0D 0A");
   // Periods of 500 ... 4000 rpm at 30000000 / rpm.
-  EXPECT_EQ(joined(exchange(c, 2, command(0x0C, 0x0280), 2)),
-            block_frame(0x0C, 0x280,
-                        {0x60, 0xEA, 0x30, 0x75, 0x20, 0x4E, 0x98, 0x3A, 0xE0, 0x2E, 0x10, 0x27,
-                         0x7B, 0x21, 0x4C, 0x1D}));
+  EXPECT_EQ(hex_bytes(joined(exchange(c, 2, command(0x0C, 0x0280), 2))),
+            "55 0C 02 80 60 EA 30 75 20 4E 98 3A E0 2E 10 27 7B 21 4C 1D 0D 0A");
   const MemoryWindow& ram = c.working_memory();
   EXPECT_EQ(ram.word(0x0260), 26);   // 20 kPa
   EXPECT_EQ(ram.word(0x027E), 211);  // 250 kPa
@@ -64,13 +59,13 @@ TEST(SimCommands, WritesAreAcknowledgedAndReadBackEachInItsOwnMemory) {
   const Block row{0, 1, 2, 13, 0x55, 128, 200, 255, 9, 10, 11, 12, 13, 14, 15, 16};
   Controller c;
   const Controller fresh;
-  EXPECT_EQ(joined(exchange(c, 0, command(0x0B, 0x02B0, row), 0)), text_frame("Write SDram"));
+  EXPECT_EQ(joined(exchange(c, 0, command(0x0B, 0x02B0, row), 0)), text_reply("Write SDram"));
   EXPECT_EQ(joined(exchange(c, 1, command(0x0C, 0x02B0), 1)), block_frame(0x0C, 0x2B0, row));
   EXPECT_EQ(c.working_memory().at(0x02AF), 128);  // the neighbours are untouched
   EXPECT_EQ(c.working_memory().at(0x02C0), 128);
   EXPECT_EQ(c.eeprom(), fresh.eeprom());
   const MemoryWindow ram = c.working_memory();
-  EXPECT_EQ(joined(exchange(c, 2, command(0x01, 0x0060, row), 2)), text_frame("Write EEProm"));
+  EXPECT_EQ(joined(exchange(c, 2, command(0x01, 0x0060, row), 2)), text_reply("Write EEProm"));
   EXPECT_EQ(joined(exchange(c, 3, command(0x02, 0x0060), 3)), block_frame(0x02, 0x060, row));
   EXPECT_EQ(c.working_memory(), ram);
   // Outside the memories: writes are ignored, reads give zeros.
@@ -123,7 +118,7 @@ TEST(SimCommands, SettingsCommandsUpdateTheirBytesAndUnknownCodesAreOnlyRecorded
                       command(0x03, 0, Block{160, 0x01, 0x23, 0x07, 0xD0, 102, 63}) +
                           command(0x09, 0, Block{2, 127}) + command(0x0A, 0, Block{1, 140, 204}),
                       0)),
-      text_frame("Write Injector") + text_frame("Write Airflow") + text_frame("Write Boost"));
+      text_reply("Write Injector") + text_reply("Write Airflow") + text_reply("Write Boost"));
   EXPECT_EQ(c.working_memory().block(0x0240),
             (Block{1, 1, 20, 230, 0x23, 0x01, 0xD0, 0x07, 0xB8, 0x01, 0xB8, 0x01, 102, 2, 127, 1}));
   EXPECT_EQ(c.working_memory().block(0x0250),
@@ -159,7 +154,7 @@ TEST_F(SimPermanent, MakePermanentAnswersWithFlagOneAndSurvivesARestart) {
     Controller first(with_state());
     first.receive(0, command(0x0B, 0x0300, row) + command(0x01, 0x0090, ee));
     EXPECT_EQ(first.poll(0).size(), 2u);
-    EXPECT_EQ(joined(exchange(first, 1, command(0x08), 1)), text_frame("Permanent", 1));
+    EXPECT_EQ(joined(exchange(first, 1, command(0x08), 1)), text_reply("Permanent", 1));
     EXPECT_EQ(first.permanent().ram, first.working_memory());
     EXPECT_EQ(first.state_error(), "");
     exchange(first, 2, command(0x0B, 0x0310, row), 2);  // volatile after the last 0x08
