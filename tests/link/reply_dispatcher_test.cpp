@@ -46,6 +46,7 @@ TEST_F(ReplyDispatch, FramesAreCutFromChunksEndingInCrLf) {
   wrong_start[0] = 'u';
   const std::string a = sram_reply(0x2A0, {255, 255}), b = sram_reply(0x2B0, {1, 64});
   const std::string online = "12:00:00->  online Firmware: Nerit SIM V1.00 ";
+  const int rx = SerialPort::kReceive;
   const struct {
     int debugmode, event;
     std::string waiting;  // in the buffer before
@@ -54,16 +55,16 @@ TEST_F(ReplyDispatch, FramesAreCutFromChunksEndingInCrLf) {
   } cases[] = {
       // A frame in two chunks is decoded once, when its CR LF arrives; of 30 characters the last
       // 22 are the frame; a frame with another start byte goes with the buffer.
-      {0, 2, "", {fw.substr(0, 10), fw.substr(10)}, {online}, ""},
-      {0, 2, "", {fw.substr(0, 8) + a}, {"12:00:00 -> Read SRam @ 0x2A0"}, ""},
-      {0, 2, "", {a + b.substr(0, 5), b.substr(5)}, {"12:00:00 -> Read SRam @ 0x2B0"}, ""},
-      {0, 2, "", {wrong_start}, {}, ""},
+      {0, rx, "", {fw.substr(0, 10), fw.substr(10)}, {online}, ""},
+      {0, rx, "", {fw.substr(0, 8) + a}, {"12:00:00 -> Read SRam @ 0x2A0"}, ""},
+      {0, rx, "", {a + b.substr(0, 5), b.substr(5)}, {"12:00:00 -> Read SRam @ 0x2B0"}, ""},
+      {0, rx, "", {wrong_start}, {}, ""},
       // Only a receive event may cut a frame.
       {0, SerialPort::kOverrun, fw, {""}, {}, fw},
       {0, SerialPort::kRxOverflow, fw, {""}, {}, fw},
       // In debug mode a CR chunk of its own ends a text line.
-      {1, 2, "", {"RPM 100", "\r"}, {"RPM 100"}, ""},
-      {0, 2, "", {"RPM 100", "\r"}, {}, "RPM 100\r"}};
+      {1, rx, "", {"RPM 100", "\r"}, {"RPM 100"}, ""},
+      {0, rx, "", {"RPM 100", "\r"}, {}, "RPM 100\r"}};
   for (const auto& k : cases) {
     SCOPED_TRACE(k.chunks[0]);
     c.List1.clear();

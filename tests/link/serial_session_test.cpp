@@ -61,7 +61,8 @@ TEST_F(SessionTest, ALateReplyIsDecodedAfterTheScanMovedOn) {
   fp.comm.present = {2, 3};
   peer.answer = [this](const ScriptedPeer::Frame& fr) -> std::optional<std::string> {
     // Port 2 answers after 300 ms, when the scan already waits on port 3.
-    if (fr.port == 2) fp.comm.arrive_after(300, firmware_reply("Nerit TEST 1.00 "), 2, -1);
+    if (fr.port == 2)
+      fp.comm.arrive_after(300, firmware_reply("Nerit TEST 1.00 "), SerialPort::kReceive, -1);
     return std::nullopt;
   };
   f.session.Command1_Click();
