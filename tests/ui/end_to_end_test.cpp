@@ -170,6 +170,7 @@ TEST_F(EndToEnd, SimulateModeServesTheVirtualControllerInProcessAndAReadSleeps) 
   app->run([this] { form().transfers.Command5_Click(); });
   EXPECT_EQ(c().Command5.back_color, kRed);
   ASSERT_TRUE(wait_until([&] { return c().Command5.back_color == kButtonFace; }));
+  EXPECT_TRUE(std::filesystem::exists(state));
   EXPECT_EQ(simulator.controller().permanent().ram.at(at), 160);
   Simulator restarted(simulator_options(folder.path()));
   EXPECT_TRUE(restarted.state_error().empty()) << restarted.state_error();
