@@ -8,6 +8,14 @@
 #include "link/serial_session.h"
 #include "link/transfers.h"
 #include "live/panel_selector.h"
+#include "maps/automap.h"
+#include "maps/block_commands.h"
+#include "maps/cell_editor.h"
+#include "maps/edit_commands.h"
+#include "maps/edit_history.h"
+#include "maps/map_axes.h"
+#include "maps/map_row_writer.h"
+#include "maps/map_state.h"
 #include "shell/form1_controls.h"
 #include "shell/form1_shell.h"
 #include "shell/form4.h"
@@ -33,6 +41,15 @@ class Form1 {
   ReplyDispatcher dispatcher;
   Transfers transfers;
   PanelSelector panels;
+
+  MapState maps;
+  EditHistory map_history;
+  MapAxes axes;
+  MapRowWriter map_writer;
+  CellEditor editor;
+  EditCommands edits;
+  BlockCommands block_commands;
+  Automap automap;
 };
 
 // Every window of the program.

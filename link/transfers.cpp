@@ -2,6 +2,7 @@
 
 #include "link/cell_codec.h"
 #include "link/frames.h"
+#include "link/map_rows.h"
 #include "link/settings_blocks.h"
 #include "shell/numbers.h"
 
@@ -66,24 +67,12 @@ void Transfers::write_axes() {
 }
 
 void Transfers::write_maps() {
-  for (int r = 1; r <= 16; ++r) {
-    FrameData d{};
-    for (int col = 1; col <= 16; ++col)
-      d[static_cast<std::size_t>(col - 1)] = correction_byte(val(c_.MSFlexGrid2.text(r, col)));
-    write_block(0x2A0 + 16 * (r - 1), d);
-  }
-  for (int r = 1; r <= 16; ++r) {
-    for (int half = 0; half < 2; ++half) {
-      FrameData d{};
-      for (int j = 0; j < 8; ++j) {
-        const auto bytes =
-            airflow_bytes(val(c_.MSFlexGrid3.text(r, 8 * half + j + 1)), vars_.airflowtype);
-        d[static_cast<std::size_t>(2 * j)] = bytes[0];
-        d[static_cast<std::size_t>(2 * j + 1)] = bytes[1];
-      }
-      write_block(0x3A0 + 32 * (r - 1) + 16 * half, d);
-    }
-  }
+  for (int r = 1; r <= 16; ++r)
+    write_block(correction_row_address(r), correction_row_data(c_.MSFlexGrid2, r));
+  for (int r = 1; r <= 16; ++r)
+    for (int half = 0; half < 2; ++half)
+      write_block(airflow_row_address(r) + 16 * half,
+                  airflow_half_row_data(c_.MSFlexGrid3, r, half, vars_.airflowtype));
 }
 
 void Transfers::Command9_Click() {

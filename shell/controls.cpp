@@ -96,15 +96,15 @@ void Grid::set_current(int r, int c) {
 }
 
 int Grid::cell_left(int c) const {
-  int left = 0;
-  for (int i = 0; i < c && i < cols_; ++i) left += col_width_[static_cast<std::size_t>(i)];
-  return left;
+  int x = 0;
+  for (int i = 0; i < c && i < cols_; ++i) x += col_width_[static_cast<std::size_t>(i)];
+  return x;
 }
 
 int Grid::cell_top(int r) const {
-  int top = 0;
-  for (int i = 0; i < r && i < rows_; ++i) top += row_height_[static_cast<std::size_t>(i)];
-  return top;
+  int y = 0;
+  for (int i = 0; i < r && i < rows_; ++i) y += row_height_[static_cast<std::size_t>(i)];
+  return y;
 }
 
 Timer::~Timer() {

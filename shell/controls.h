@@ -43,6 +43,7 @@ struct OptionButton {
 
 struct Frame {
   std::string caption;
+  int left = 0, top = 0;  // in the window (or the frame that holds it)
   bool visible = true;
   bool enabled = true;
 };
@@ -155,6 +156,7 @@ class Grid {
   int content_width() const { return cell_left(cols_); }
   int content_height() const { return cell_top(rows_); }
 
+  int left = 0, top = 0;  // position in the frame that holds the grid
   int fixed_rows = 1;
   int fixed_cols = 1;
   int row = 0, col = 0;          // current cell

@@ -17,6 +17,19 @@ Form1Controls::Form1Controls() {
   HScroll1[3].max = 8;
   HScroll1[4].max = 255;
   HScroll1[5].max = 255;
+
+  // Both maps side by side, each grid inside its frame (twips).
+  correction_frame.left = 120;
+  correction_frame.top = 960;
+  airflow_map_frame.left = 9840;
+  airflow_map_frame.top = 960;
+  for (Grid* g : {&MSFlexGrid2, &MSFlexGrid3}) {
+    g->left = 120;
+    g->top = 240;
+  }
+  Text2.visible = false;
+  Text5.visible = false;
+  Frame6.visible = false;
 }
 
 }  // namespace nerit

@@ -77,6 +77,16 @@ struct Form1Controls {
   CheckBox Check2{"Highlight"};
   Label load_type_label{"Loadtype"};
   ComboBox Combo1;  // load type
+  TextBox Text2;    // floating cell editor of MSFlexGrid2
+  TextBox Text5;    // floating cell editor of MSFlexGrid3
+  // Map command frame, shown at a grid on a right-button press.
+  Frame Frame6;
+  CommandButton Command13{"interpolate rows"};
+  CommandButton Command14{"Interpolate cols"};
+  CommandButton Command16{"clear"};
+  CommandButton Command8{"Command8"};
+  CommandButton Command10{"Command10"};
+  CommandButton GraphButton{"Graph"};  // opens the 3-D graph of the correction map
 
   // Live values
   Grid MSFlexGrid1{10, 2};

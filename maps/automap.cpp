@@ -1,0 +1,42 @@
+#include "maps/automap.h"
+
+#include "shell/numbers.h"
+
+namespace nerit {
+
+void Automap::Check5_Click() {
+  if (c_.Check5.value != 1) return;
+  const Grid& g = c_.MSFlexGrid2;
+  for (int i = 1; i <= kMapSize; ++i) {
+    const auto k = static_cast<std::size_t>(i);
+    state_.automap_rpm[k] = val(g.text(0, i));
+    state_.automap_load[k] = to_int16(val(g.text(i, 0)));
+  }
+}
+
+void Automap::automap(double speed, double load, double value) {
+  int col = 0, row = 0;
+  for (int i = 1; i <= kMapSize && col == 0; ++i) {
+    const double h = state_.automap_rpm[static_cast<std::size_t>(i)];
+    if (h - kSpeedWindow < speed && speed < h + kSpeedWindow) col = i;
+  }
+  for (int j = 1; j <= kMapSize && row == 0; ++j) {
+    const double l = state_.automap_load[static_cast<std::size_t>(j)];
+    if (l - kLoadWindow < load && load < l + kLoadWindow) row = j;
+  }
+  if (col == 0 || row == 0) return;
+  Grid& g = c_.MSFlexGrid3;
+  g.set_text(row, col, number_text(value));
+  g.set_current(row, col);
+  g.set_back_color(row, col, kYellow);
+}
+
+void Automap::highlight(int grid_row, int grid_col) {
+  Grid& g = c_.MSFlexGrid2;
+  g.set_back_color(state_.marked_row, state_.marked_col, kWhite);
+  g.set_back_color(grid_row, grid_col, kGreen);
+  state_.marked_row = grid_row;
+  state_.marked_col = grid_col;
+}
+
+}  // namespace nerit

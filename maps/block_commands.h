@@ -1,0 +1,34 @@
+#pragma once
+// The map command frame (Frame6): interpolation of the active map's block, "clear" of the
+// automap colouring, two buttons without an effect; and the button that opens the graph.
+#include "maps/edit_history.h"
+#include "maps/map_state.h"
+#include "shell/form1_controls.h"
+#include "shell/platform.h"
+
+namespace nerit {
+
+class BlockCommands {
+ public:
+  BlockCommands(Form1Controls& c, MapState& state, EditHistory& history, WindowHost& windows)
+      : c_(c), state_(state), history_(history), windows_(windows) {}
+
+  void Command13_Click();  // interpolate rows
+  void Command14_Click();  // interpolate cols
+  void Command16_Click();  // clear: the airflow map back to white
+  void Command8_Click();
+  void Command10_Click();
+  void GraphButton_Click();  // the 3-D graph of the correction map
+
+ private:
+  Grid* active_grid();
+  template <class Interpolate>
+  void interpolate(Interpolate lines);
+
+  Form1Controls& c_;
+  MapState& state_;
+  EditHistory& history_;
+  WindowHost& windows_;
+};
+
+}  // namespace nerit
