@@ -29,7 +29,9 @@ Form1::Form1(Platform& p, std::filesystem::path program_folder)
 }
 
 Program::Program(Platform& platform, std::filesystem::path program_folder)
-    : form1(platform, std::move(program_folder)), form4(platform.windows) {
+    : form1(platform, std::move(program_folder)),
+      form4(platform.windows),
+      form5(form1.c.MSFlexGrid2) {
   form4.Timer1.on_tick = [this] { form4.Timer1_Timer(); };
   form4.Timer1.attach(&platform.timers);
 }

@@ -13,6 +13,7 @@
 #include "maps/cell_editor.h"
 #include "maps/edit_commands.h"
 #include "maps/edit_history.h"
+#include "maps/form5.h"
 #include "maps/map_axes.h"
 #include "maps/map_row_writer.h"
 #include "maps/map_state.h"
@@ -59,6 +60,7 @@ class Program {
 
   Form1 form1;
   Form4 form4;
+  Form5 form5;
 };
 
 }  // namespace nerit

@@ -8,6 +8,7 @@
 
 #include "shell/errors.h"
 #include "shell/fault_boundary.h"
+#include "ui/form5_window.h"
 #include "ui/form_windows.h"
 #include "ui/splash_window.h"
 
@@ -40,7 +41,9 @@ Application::Application(Options options)
   };
   windows_.factories[FormId::Form3] = [] { return make_empty_form("Basesettings", {640, 480}); };
   windows_.factories[FormId::Form2] = [] { return make_empty_form("Firmwareupdate", {420, 220}); };
-  windows_.factories[FormId::Form5] = [] { return make_empty_form("Graph", {640, 480}); };
+  windows_.factories[FormId::Form5] = [this] {
+    return new Form5Window(program_->form5, [this](const std::function<void()>& h) { run(h); });
+  };
   windows_.on_end = [this] { end_program(); };
 
   connect(qApp, &QGuiApplication::focusWindowChanged, this,

@@ -1,0 +1,24 @@
+#include "maps/form5.h"
+
+namespace nerit {
+
+void Form5::read_map() {
+  surface = surface_from_grid(map_);
+  ++revision_;
+}
+
+void Form5::Form_Load() {
+  read_map();
+  ++camera_resets_;
+}
+
+void Form5::Command1_Click() {
+  read_map();
+  ++camera_resets_;
+}
+
+void Form5::Command2_Click() {
+  read_map();
+}
+
+}  // namespace nerit
