@@ -1,10 +1,22 @@
 #include "ui/grid_view.h"
 
 #include <QHeaderView>
+#include <algorithm>
 
 #include "ui/qt_colors.h"
 
 namespace nerit::ui {
+
+namespace {
+
+// Past this many changed cells one update of the whole grid is cheaper than one per cell.
+constexpr std::size_t kCellUpdates = 24;
+
+bool between(int v, int a, int b) {
+  return v >= std::min(a, b) && v <= std::max(a, b);
+}
+
+}  // namespace
 
 int GridModel::rowCount(const QModelIndex& parent) const {
   return parent.isValid() ? 0 : rows_;
@@ -15,36 +27,76 @@ int GridModel::columnCount(const QModelIndex& parent) const {
 }
 
 QVariant GridModel::data(const QModelIndex& index, int role) const {
-  if (!index.isValid() || index.row() >= grid_.rows() || index.column() >= grid_.cols()) return {};
-  const int r = index.row(), c = index.column();
-  const bool fixed = r < grid_.fixed_rows || c < grid_.fixed_cols;
+  if (!index.isValid() || index.row() >= rows_ || index.column() >= cols_) return {};
+  const Cell& cell = shown_[static_cast<std::size_t>(index.row() * cols_ + index.column())];
+  const QPalette palette;
   switch (role) {
     case Qt::DisplayRole:
-      return QString::fromStdString(grid_.text(r, c));
+      return QString::fromStdString(cell.text);
     case Qt::BackgroundRole:
-      return QBrush(fixed ? QPalette().color(QPalette::Button)
-                          : to_qcolor(grid_.back_color(r, c), QPalette()));
+      if (cell.fixed) return QBrush(palette.color(QPalette::Button));
+      if (cell.selected) return QBrush(palette.color(QPalette::Active, QPalette::Highlight));
+      return QBrush(to_qcolor(cell.back, palette));
     case Qt::ForegroundRole:
+      if (cell.selected) return QBrush(palette.color(QPalette::Active, QPalette::HighlightedText));
+      if (!look_.enabled && !cell.fixed)
+        return QBrush(palette.color(QPalette::Disabled, QPalette::Text));
       return QBrush(QColor(Qt::black));
     case Qt::TextAlignmentRole:
-      return QVariant::fromValue(fixed ? Qt::AlignCenter : (Qt::AlignRight | Qt::AlignVCenter));
+      return QVariant::fromValue(cell.fixed ? Qt::AlignCenter
+                                            : (Qt::AlignRight | Qt::AlignVCenter));
+    case Qt::ToolTipRole:
+      return tool_tip_.isEmpty() ? QVariant() : QVariant(tool_tip_);
     default:
       return {};
   }
 }
 
+GridModel::Look GridModel::look_now() const {
+  return {grid_.revision(), grid_.row,        grid_.col,        grid_.row_sel,
+          grid_.col_sel,    grid_.fixed_rows, grid_.fixed_cols, grid_.enabled};
+}
+
+GridModel::Cell GridModel::cell_now(int r, int c) const {
+  Cell cell{grid_.text(r, c), grid_.back_color(r, c), false, false};
+  cell.fixed = r < grid_.fixed_rows || c < grid_.fixed_cols;
+  // The current cell itself keeps its colours, as in a spreadsheet.
+  cell.selected = show_selection_ && !cell.fixed && !(r == grid_.row && c == grid_.col) &&
+                  between(r, grid_.row, grid_.row_sel) && between(c, grid_.col, grid_.col_sel);
+  return cell;
+}
+
 void GridModel::refresh() {
+  const Look now = look_now();
   if (grid_.rows() != rows_ || grid_.cols() != cols_) {
     beginResetModel();
     rows_ = grid_.rows();
     cols_ = grid_.cols();
-    revision_ = grid_.revision();
+    look_ = now;
+    shown_.clear();
+    for (int r = 0; r < rows_; ++r)
+      for (int c = 0; c < cols_; ++c) shown_.push_back(cell_now(r, c));
     endResetModel();
     return;
   }
-  if (grid_.revision() == revision_) return;
-  revision_ = grid_.revision();
-  if (rows_ > 0 && cols_ > 0) emit dataChanged(index(0, 0), index(rows_ - 1, cols_ - 1));
+  if (now == look_) return;
+  const bool enabled_changed = now.enabled != look_.enabled;
+  look_ = now;
+  std::vector<QModelIndex> changed;
+  for (int r = 0; r < rows_; ++r) {
+    for (int c = 0; c < cols_; ++c) {
+      Cell& shown = shown_[static_cast<std::size_t>(r * cols_ + c)];
+      Cell cell = cell_now(r, c);
+      if (cell == shown) continue;
+      shown = std::move(cell);
+      changed.push_back(index(r, c));
+    }
+  }
+  if (enabled_changed || changed.size() > kCellUpdates) {
+    if (rows_ > 0 && cols_ > 0) emit dataChanged(index(0, 0), index(rows_ - 1, cols_ - 1));
+    return;
+  }
+  for (const QModelIndex& i : changed) emit dataChanged(i, i);
 }
 
 GridView::GridView(const Grid& grid, Fit fit, QWidget* parent)
@@ -75,8 +127,8 @@ GridView::GridView(const Grid& grid, Fit fit, QWidget* parent)
 void GridView::refresh() {
   const bool resized = model_->rowCount() != grid_.rows() || model_->columnCount() != grid_.cols();
   model_->refresh();
-  setEnabled(grid_.enabled);
-  setVisible(grid_.visible);
+  if (isEnabled() != grid_.enabled) setEnabled(grid_.enabled);
+  if (isHidden() == grid_.visible) setVisible(grid_.visible);
   if (resized || fit_ == Fit::ModelWidths) {
     for (int c = 0; c < grid_.cols(); ++c) {
       const int px = grid_.col_width(c) / kTwipsPerPixel;

@@ -5,6 +5,7 @@
 #include <QHBoxLayout>
 #include <QMenuBar>
 #include <QSplitter>
+#include <QStackedWidget>
 #include <QStatusBar>
 #include <QVBoxLayout>
 
@@ -25,7 +26,12 @@ QLabel* status_label(QWidget* parent, int min_width) {
 }  // namespace
 
 MainWindow::MainWindow(Form1& form, HandlerRunner run, QWidget* parent)
-    : QMainWindow(parent), f_(form), bind_(std::move(run)) {
+    : QMainWindow(parent),
+      f_(form),
+      run_(std::move(run)),
+      bind_(run_),
+      correction_keys_(f_.edits, MapId::Correction, run_),
+      airflow_keys_(f_.edits, MapId::Airflow, run_) {
   build_menus();
 
   auto* central = new QWidget(this);
@@ -107,8 +113,8 @@ void MainWindow::build_menus() {
   add_menu_item(setup, m.Grundeinstellungen, [this] { f_.shell.Grundeinstellungen_Click(); });
   add_menu_item(setup, m.airflowsettings);
   setup->addSeparator();
-  add_menu_item(setup, m.Drehzahlpunkte);
-  add_menu_item(setup, m.Lastpunke);
+  add_menu_item(setup, m.Drehzahlpunkte, [this] { f_.axes.Drehzahlpunkte_Click(); });
+  add_menu_item(setup, m.Lastpunke, [this] { f_.axes.Lastpunke_Click(); });
 
   QMenu* logging = top(m.logging);
   QAction* echtzeit = add_menu_item(logging, m.echtzeit);
@@ -190,40 +196,117 @@ QWidget* MainWindow::build_maps() {
   auto* maps = new QWidget(this);
   auto* row = new QHBoxLayout(maps);
   row->setContentsMargins(0, 0, 0, 0);
-
-  auto map_frame = [&](Frame& frame, Grid& grid, GridView*& view, std::vector<CheckBox*> boxes,
-                       bool with_load_type) {
-    auto* box = new QGroupBox(maps);
-    bind_.frame(box, frame);
-    auto* col = new QVBoxLayout(box);
-    view = new GridView(grid, GridView::Fit::Stretch, box);
-    bind_.grid(view);
-    col->addWidget(view, 1);
-    auto* under = new QHBoxLayout();
-    for (CheckBox* m : boxes) {
-      auto* cb = new QCheckBox(box);
-      bind_.check(cb, *m);
-      under->addWidget(cb);
-    }
-    under->addStretch(1);
-    if (with_load_type) {
-      auto* caption = new QLabel(box);
-      bind_.label(caption, f_.c.load_type_label);
-      caption->setAutoFillBackground(false);
-      under->addWidget(caption);
-      w_.Combo1 = new QComboBox(box);
-      w_.Combo1->setMinimumWidth(200);
-      bind_.combo(w_.Combo1, f_.c.Combo1);
-      under->addWidget(w_.Combo1);
-    }
-    col->addLayout(under);
-    row->addWidget(box, 1);
-  };
-  map_frame(f_.c.correction_frame, f_.c.MSFlexGrid2, w_.MSFlexGrid2, {&f_.c.Check6, &f_.c.Check2},
-            true);
-  map_frame(f_.c.airflow_map_frame, f_.c.MSFlexGrid3, w_.MSFlexGrid3, {&f_.c.Check4, &f_.c.Check5},
-            false);
+  row->addWidget(build_map(maps, MapId::Correction), 1);
+  row->addWidget(build_map(maps, MapId::Airflow), 1);
+  build_map_commands();
   return maps;
+}
+
+QGroupBox* MainWindow::build_map(QWidget* parent, MapId map) {
+  CellEditor& e = f_.editor;
+  Form1Controls& c = f_.c;
+  struct Check {
+    CheckBox* model;
+    Handler click;
+  };
+  struct Parts {
+    Frame& frame;
+    Grid& grid;
+    TextBox& text;
+    MapGridEvents grid_events;
+    CellEditorEvents text_events;
+    const MapEditKeys& keys;
+    MapGridView** view;
+    CellEditorBox** editor;
+    std::vector<Check> checks;
+  };
+  const Parts parts =
+      map == MapId::Correction
+          ? Parts{c.correction_frame,
+                  c.MSFlexGrid2,
+                  c.Text2,
+                  {[&e](int b) { e.MSFlexGrid2_MouseDown(b); },
+                   [&e](int b) { e.MSFlexGrid2_MouseUp(b); }},
+                  {[&e] { e.Text2_GotFocus(); }, [&e](int k) { e.Text2_KeyDown(k); },
+                   [&e](int k, char ch) { e.type_key(MapId::Correction, k, ch); }},
+                  correction_keys_,
+                  &w_.MSFlexGrid2,
+                  &w_.Text2,
+                  {{&c.Check6, [this] { f_.axes.Check6_MouseUp(); }}, {&c.Check2, {}}}}
+          : Parts{c.airflow_map_frame,
+                  c.MSFlexGrid3,
+                  c.Text5,
+                  {[&e](int b) { e.MSFlexGrid3_MouseDown(b); },
+                   [&e](int b) { e.MSFlexGrid3_MouseUp(b); }},
+                  {[&e] { e.Text5_GotFocus(); }, [&e](int k) { e.Text5_KeyDown(k); },
+                   [&e](int k, char ch) { e.type_key(MapId::Airflow, k, ch); }},
+                  airflow_keys_,
+                  &w_.MSFlexGrid3,
+                  &w_.Text5,
+                  {{&c.Check4, [this] { f_.axes.Check4_MouseUp(); }},
+                   {&c.Check5, [this] { f_.automap.Check5_Click(); }}}};
+
+  auto* box = new QGroupBox(parent);
+  bind_.frame(box, parts.frame);
+  auto* col = new QVBoxLayout(box);
+  auto* view = new MapGridView(parts.grid, run_, parts.grid_events, parts.keys, box);
+  view->on_press = [this](QPoint at) { w_.Frame6->set_anchor(at); };
+  bind_.grid(view);
+  // After its grid, so the box goes where the refreshed grid shows the cell.
+  auto* editor = new CellEditorBox(parts.text, view, run_, parts.text_events, parts.keys);
+  bind_.custom([editor] { editor->refresh(); });
+  *parts.view = view;
+  *parts.editor = editor;
+  col->addWidget(view, 1);
+
+  auto* under = new QHBoxLayout();
+  for (const Check& check : parts.checks) {
+    auto* cb = new QCheckBox(box);
+    bind_.check(cb, *check.model, check.click);
+    w_.check[check.model->caption] = cb;
+    under->addWidget(cb);
+  }
+  if (map == MapId::Correction) {
+    w_.GraphButton = new QPushButton(box);
+    bind_.button(w_.GraphButton, c.GraphButton, [this] { f_.block_commands.GraphButton_Click(); });
+    under->addWidget(w_.GraphButton);
+  }
+  under->addStretch(1);
+  if (map == MapId::Correction) {
+    auto* caption = new QLabel(box);
+    bind_.label(caption, c.load_type_label);
+    caption->setAutoFillBackground(false);
+    under->addWidget(caption);
+    w_.Combo1 = new QComboBox(box);
+    w_.Combo1->setMinimumWidth(200);
+    bind_.combo(w_.Combo1, c.Combo1, [this] { f_.axes.Combo1_Click(); });
+    under->addWidget(w_.Combo1);
+  }
+  col->addLayout(under);
+  return box;
+}
+
+void MainWindow::build_map_commands() {
+  BlockCommands& b = f_.block_commands;
+  Form1Controls& c = f_.c;
+  w_.Frame6 = new MapCommandFrame(c.Frame6, this);
+  const struct {
+    CommandButton& model;
+    Handler click;
+    QPushButton** widget;
+    bool small;
+  } buttons[] = {
+      {c.Command13, [&b] { b.Command13_Click(); }, &w_.Command13, false},
+      {c.Command14, [&b] { b.Command14_Click(); }, &w_.Command14, false},
+      {c.Command16, [&b] { b.Command16_Click(); }, &w_.Command16, false},
+      {c.Command8, [&b] { b.Command8_Click(); }, &w_.Command8, true},
+      {c.Command10, [&b] { b.Command10_Click(); }, &w_.Command10, true},
+  };
+  for (const auto& button : buttons) {
+    *button.widget = w_.Frame6->add_button(button.small);
+    bind_.button(*button.widget, button.model, button.click);
+  }
+  bind_.custom([this] { w_.Frame6->refresh(); });
 }
 
 QWidget* MainWindow::build_live() {
@@ -253,14 +336,27 @@ QWidget* MainWindow::build_panels() {
   bind_.list(w_.List2, f_.c.List2, [this] { f_.panels.List2_Click(); });
   row->addWidget(w_.List2);
 
-  auto* stack = new QVBoxLayout();
+  // The panels lie on top of each other: the highest one the model shows is the one seen.
+  w_.panel_stack = new QStackedWidget(box);
   for (int i = 0; i < kPanelCount; ++i) {
-    auto* frame = new QGroupBox(box);
+    auto* frame = new QGroupBox(w_.panel_stack);
     frame->setMinimumWidth(260);
-    bind_.frame(frame, f_.c.Frame1[static_cast<std::size_t>(i)]);
     w_.Frame1[static_cast<std::size_t>(i)] = frame;
-    stack->addWidget(frame, 1);
+    w_.panel_stack->addWidget(frame);
   }
+  w_.panel_stack->addWidget(new QWidget(w_.panel_stack));  // none shown
+  bind_.custom([this] {
+    int top = kPanelCount;
+    for (int i = 0; i < kPanelCount; ++i) {
+      const Frame& m = f_.c.Frame1[static_cast<std::size_t>(i)];
+      QGroupBox* frame = w_.Frame1[static_cast<std::size_t>(i)];
+      if (frame->title() != QString::fromStdString(m.caption))
+        frame->setTitle(QString::fromStdString(m.caption));
+      if (frame->isEnabled() != m.enabled) frame->setEnabled(m.enabled);
+      if (m.visible) top = i;
+    }
+    if (w_.panel_stack->currentIndex() != top) w_.panel_stack->setCurrentIndex(top);
+  });
   // The airflow input choice belongs to the airflow output panel.
   auto* airflow = new QFormLayout(w_.Frame1[kPanelAirflowOutput]);
   auto* input_label = new QLabel(w_.Frame1[kPanelAirflowOutput]);
@@ -292,8 +388,7 @@ QWidget* MainWindow::build_panels() {
     line->addWidget(value);
     accel->addRow(captions[i], line);
   }
-  stack->addStretch(0);
-  row->addLayout(stack, 1);
+  row->addWidget(w_.panel_stack, 1);
   return box;
 }
 

@@ -8,12 +8,17 @@
 
 #include "app/form1.h"
 #include "ui/bindings.h"
+#include "ui/cell_editor_box.h"
+#include "ui/map_command_frame.h"
+#include "ui/map_edit_keys.h"
+#include "ui/map_grid_view.h"
 
 class QListWidget;
 class QComboBox;
 class QLabel;
 class QPushButton;
 class QGroupBox;
+class QStackedWidget;
 
 namespace nerit::ui {
 
@@ -38,9 +43,20 @@ class MainWindow : public QMainWindow {
     QListWidget* List1 = nullptr;
     QListWidget* List2 = nullptr;
     GridView* MSFlexGrid1 = nullptr;
-    GridView* MSFlexGrid2 = nullptr;
-    GridView* MSFlexGrid3 = nullptr;
+    MapGridView* MSFlexGrid2 = nullptr;
+    MapGridView* MSFlexGrid3 = nullptr;
+    CellEditorBox* Text2 = nullptr;
+    CellEditorBox* Text5 = nullptr;
+    MapCommandFrame* Frame6 = nullptr;
+    QPushButton* Command13 = nullptr;
+    QPushButton* Command14 = nullptr;
+    QPushButton* Command16 = nullptr;
+    QPushButton* Command8 = nullptr;
+    QPushButton* Command10 = nullptr;
+    QPushButton* GraphButton = nullptr;
+    std::map<std::string, QCheckBox*> check;  // by caption
     std::array<QGroupBox*, kPanelCount> Frame1{};
+    QStackedWidget* panel_stack = nullptr;
     std::map<std::string, QAction*> menu;  // by caption
   };
   const Widgets& widgets() const { return w_; }
@@ -54,13 +70,18 @@ class MainWindow : public QMainWindow {
  private:
   QWidget* build_link_bar();
   QWidget* build_maps();
+  QGroupBox* build_map(QWidget* parent, MapId map);
+  void build_map_commands();
   QWidget* build_live();
   QWidget* build_panels();
   void build_menus();
   QAction* add_menu_item(QMenu* menu, const MenuItem& m, Handler click = {});
 
   Form1& f_;
+  HandlerRunner run_;
   Bindings bind_;
+  MapEditKeys correction_keys_;
+  MapEditKeys airflow_keys_;
   Widgets w_;
   std::string shown_caption_;
 };

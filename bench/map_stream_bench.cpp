@@ -1,0 +1,273 @@
+// nerit-map-bench: the main window under the status stream. nerit-sim streams status frames
+// back to back at 19200 baud (~87 a second) on a pseudo-terminal; the program has "Highlight"
+// and "Automap" ticked, so every frame updates the live grid, the log, the operating cell and
+// the airflow map. A relay thread between the two counts what the controller sent.
+//
+// Over the measured seconds:
+//   frames handled per second against frames sent (target: within 2 %),
+//   event-loop latency: delay of a 0-ms timer posted every 10 ms, and the lateness of the
+//   10-ms timer itself (target: p99 under 30 ms),
+//   CPU of the window's thread as a share of one core (target: under 50 %).
+//
+// Runs on the offscreen platform unless QT_QPA_PLATFORM says otherwise (e.g. xcb under Xvfb,
+// to paint at the real window size). `--seconds N` sets the measured time (default 10).
+#include <fcntl.h>
+#include <pty.h>
+#include <sys/resource.h>
+#include <sys/select.h>
+#include <termios.h>
+#include <unistd.h>
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QDeadlineTimer>
+#include <QElapsedTimer>
+#include <QEventLoop>
+#include <QListWidget>
+#include <QProcess>
+#include <QStyleFactory>
+#include <QTemporaryDir>
+#include <QTimer>
+#include <algorithm>
+#include <atomic>
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <memory>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "link/frames.h"
+#include "ui/application.h"
+
+namespace {
+
+using nerit::MsgAnswer;
+using nerit::ui::Application;
+
+constexpr double kFrameMs = 22 * 10 * 1000 / 19200.0;  // one frame on the wire
+
+// Answers No to every question (so connecting does not read the tune) and keeps the texts.
+class RecordingDialogs : public nerit::Dialogs {
+ public:
+  using Dialogs::message_box;
+  MsgAnswer message_box(const nerit::MessageBoxRequest& request) override {
+    shown.push_back(request.title + ": " + request.text);
+    return request.buttons == nerit::MsgButtons::YesNo ? MsgAnswer::No : MsgAnswer::Ok;
+  }
+  std::filesystem::path file_dialog(const nerit::FileDialogRequest&) override { return {}; }
+  std::string input_box(const std::string&, const std::string&, const std::string&) override {
+    return {};
+  }
+  std::vector<std::string> shown;
+};
+
+class SimProcess {
+ public:
+  explicit SimProcess(const QStringList& args) {
+    process_.setProgram(QStringLiteral(NERIT_SIM_PATH));
+    process_.setArguments(args);
+    process_.start();
+    if (!process_.waitForStarted(5000)) return;
+    QDeadlineTimer deadline(5000);
+    while (!process_.canReadLine() && !deadline.hasExpired()) process_.waitForReadyRead(100);
+    if (process_.canReadLine())
+      device_ = QString::fromLocal8Bit(process_.readLine()).trimmed().toStdString();
+  }
+  ~SimProcess() {
+    process_.terminate();
+    if (!process_.waitForFinished(3000)) process_.kill();
+  }
+  const std::string& device() const { return device_; }
+
+ private:
+  QProcess process_;
+  std::string device_;
+};
+
+// Passes bytes both ways between the program's pseudo-terminal and nerit-sim's, unchanged and
+// at once, and counts the controller's.
+class CountingRelay {
+ public:
+  explicit CountingRelay(const std::string& controller_device) {
+    char name[256] = {};
+    if (openpty(&program_side_, &held_, name, nullptr, nullptr) != 0) return;
+    controller_ = ::open(controller_device.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK);
+    if (controller_ < 0) return;
+    for (int fd : {held_, controller_}) {
+      termios t{};
+      tcgetattr(fd, &t);
+      cfmakeraw(&t);
+      tcsetattr(fd, TCSANOW, &t);
+    }
+    fcntl(program_side_, F_SETFL, fcntl(program_side_, F_GETFL) | O_NONBLOCK);
+    device_ = name;
+    thread_ = std::thread([this] { run(); });
+  }
+  ~CountingRelay() {
+    stop_ = true;
+    if (thread_.joinable()) thread_.join();
+    for (int fd : {program_side_, held_, controller_})
+      if (fd >= 0) ::close(fd);
+  }
+  const std::string& device() const { return device_; }
+  std::uint64_t controller_bytes() const { return from_controller_; }
+
+ private:
+  void run() {
+    char buf[4096];
+    while (!stop_) {
+      fd_set readable;
+      FD_ZERO(&readable);
+      FD_SET(program_side_, &readable);
+      FD_SET(controller_, &readable);
+      timeval tv{0, 50000};
+      if (::select(std::max(program_side_, controller_) + 1, &readable, nullptr, nullptr, &tv) <= 0)
+        continue;
+      if (FD_ISSET(program_side_, &readable)) {
+        const ssize_t n = ::read(program_side_, buf, sizeof buf);
+        if (n > 0 && ::write(controller_, buf, static_cast<std::size_t>(n)) < 0) return;
+      }
+      if (FD_ISSET(controller_, &readable)) {
+        const ssize_t n = ::read(controller_, buf, sizeof buf);
+        if (n == 0 || (n < 0 && errno != EAGAIN && errno != EINTR)) return;
+        if (n < 0) continue;
+        if (::write(program_side_, buf, static_cast<std::size_t>(n)) < 0) return;
+        from_controller_ += static_cast<std::uint64_t>(n);
+      }
+    }
+  }
+
+  int program_side_ = -1, held_ = -1, controller_ = -1;
+  std::string device_;
+  std::atomic<bool> stop_{false};
+  std::atomic<std::uint64_t> from_controller_{0};
+  std::thread thread_;
+};
+
+double cpu_seconds(int who) {
+  rusage u{};
+  getrusage(who, &u);
+  return static_cast<double>(u.ru_utime.tv_sec + u.ru_stime.tv_sec) +
+         static_cast<double>(u.ru_utime.tv_usec + u.ru_stime.tv_usec) / 1e6;
+}
+
+double percentile(std::vector<double> v, double p) {
+  if (v.empty()) return 0;
+  std::sort(v.begin(), v.end());
+  const auto i = static_cast<std::size_t>(p / 100 * static_cast<double>(v.size() - 1));
+  return v[i];
+}
+
+void run_for(int ms) {
+  QEventLoop loop;
+  QTimer::singleShot(ms, &loop, &QEventLoop::quit);
+  loop.exec();
+}
+
+int measure(const QString& folder, int seconds) {
+  // A beat a hair shorter than a frame keeps the line busy: frames go out back to back.
+  SimProcess sim({"--pacing", "--interval", QString::number(kFrameMs - 0.001, 'f', 4)});
+  if (sim.device().empty()) {
+    std::fprintf(stderr, "nerit-sim did not start\n");
+    return 1;
+  }
+  CountingRelay relay(sim.device());
+  if (relay.device().empty()) {
+    std::fprintf(stderr, "no relay\n");
+    return 1;
+  }
+  RecordingDialogs dialogs;
+  Application::Options options;
+  options.program_folder = folder.toStdString();
+  options.show_splash = false;
+  options.dialogs = &dialogs;
+  options.ports = {relay.device()};
+  Application app(options);
+  app.start();
+  nerit::Form1& f = app.program().form1;
+  app.run([&] { f.session.Command1_Click(); });
+  if (f.vars.connected != 1) {
+    std::fprintf(stderr, "not connected\n");
+    return 1;
+  }
+
+  // As the user would: a load type, then Highlight and Automap.
+  app.run([&] {
+    f.c.Combo1.select(0);
+    f.axes.Combo1_Click();
+  });
+  const auto& boxes = app.main_window().widgets().check;
+  boxes.at(f.c.Check2.caption)->click();
+  boxes.at(f.c.Check5.caption)->click();
+
+  std::uint64_t handled = 0;
+  auto logged = f.dispatcher.hooks.log_row;
+  f.dispatcher.hooks.log_row = [&handled, logged](const nerit::LiveRow& row) {
+    ++handled;
+    if (logged) logged(row);
+  };
+  app.run([&] { app.platform().comm.output(nerit::stream_frame(1)); });
+  run_for(1000);  // the stream settles
+
+  QElapsedTimer clock;
+  std::vector<double> post_delay_ms, tick_late_ms;
+  qint64 last_tick = -1;
+  QTimer probe;
+  probe.setTimerType(Qt::PreciseTimer);
+  probe.setInterval(10);
+  QObject::connect(&probe, &QTimer::timeout, [&] {
+    const qint64 now = clock.nsecsElapsed();
+    if (last_tick >= 0) tick_late_ms.push_back(static_cast<double>(now - last_tick) / 1e6 - 10);
+    last_tick = now;
+    QTimer::singleShot(0, &probe, [&, now] {
+      post_delay_ms.push_back(static_cast<double>(clock.nsecsElapsed() - now) / 1e6);
+    });
+  });
+
+  const std::uint64_t handled_before = handled;
+  const std::uint64_t bytes_before = relay.controller_bytes();
+  const int log_before = f.c.List1.list_count();
+  const double cpu_thread = cpu_seconds(RUSAGE_THREAD), cpu_process = cpu_seconds(RUSAGE_SELF);
+  clock.start();
+  probe.start();
+  run_for(seconds * 1000);
+  probe.stop();
+  const double wall = static_cast<double>(clock.nsecsElapsed()) / 1e9;
+  const double thread_share = (cpu_seconds(RUSAGE_THREAD) - cpu_thread) / wall;
+  const double process_share = (cpu_seconds(RUSAGE_SELF) - cpu_process) / wall;
+  const double sent = static_cast<double>(relay.controller_bytes() - bytes_before) / 22.0;
+  const double got = static_cast<double>(handled - handled_before);
+  app.run([&] { app.platform().comm.output(nerit::stream_frame(0)); });
+
+  const QWidget& window = app.main_window();
+  std::printf("window %dx%d on %s, %.2f s measured\n", window.width(), window.height(),
+              qPrintable(QGuiApplication::platformName()), wall);
+  std::printf("status frames: sent %.1f/s, handled %.1f/s = %.2f %% (target >= 98 %%)\n",
+              sent / wall, got / wall, sent > 0 ? 100 * got / sent : 0.0);
+  std::printf("0-ms timer posted every 10 ms: p99 %.2f ms, worst %.2f ms (target p99 < 30 ms)\n",
+              percentile(post_delay_ms, 99), percentile(post_delay_ms, 100));
+  std::printf("10-ms timer lateness: p99 %.2f ms, worst %.2f ms\n", percentile(tick_late_ms, 99),
+              percentile(tick_late_ms, 100));
+  std::printf("CPU: window thread %.1f %%, whole process %.1f %% of one core (target < 50 %%)\n",
+              100 * thread_share, 100 * process_share);
+  std::printf("log: %d lines added, %d in all\n", f.c.List1.list_count() - log_before,
+              f.c.List1.list_count());
+  const bool ok =
+      sent > 0 && got >= 0.98 * sent && percentile(post_delay_ms, 99) < 30 && thread_share < 0.5;
+  return ok ? 0 : 1;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
+  int seconds = 10;
+  for (int i = 1; i + 1 < argc; ++i)
+    if (std::strcmp(argv[i], "--seconds") == 0) seconds = std::max(1, std::atoi(argv[i + 1]));
+  QApplication qt(argc, argv);
+  QApplication::setStyle(QStyleFactory::create("Fusion"));
+  QTemporaryDir folder;
+  return measure(folder.path(), seconds);
+}
