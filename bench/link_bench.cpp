@@ -38,80 +38,32 @@
 #include <utility>
 #include <vector>
 
+#include "bench/bench_support.h"
 #include "ui/application.h"
 
 namespace {
 
-using nerit::MsgAnswer;
 using nerit::ui::Application;
 
 constexpr double kWireBoundS = 108 * 22 * 10 / 19200.0;
 
-// Answers No to every question (so connecting does not read on its own) and keeps the texts.
-class RecordingDialogs : public nerit::Dialogs {
- public:
-  using Dialogs::message_box;
-  MsgAnswer message_box(const nerit::MessageBoxRequest& request) override {
-    shown.push_back(request.title + ": " + request.text);
-    return request.buttons == nerit::MsgButtons::YesNo ? MsgAnswer::No : MsgAnswer::Ok;
-  }
-  std::filesystem::path file_dialog(const nerit::FileDialogRequest&) override { return {}; }
-  std::string input_box(const std::string&, const std::string&, const std::string&) override {
-    return {};
-  }
-  std::vector<std::string> shown;
-};
-
-class SimProcess {
- public:
-  explicit SimProcess(const QStringList& args) {
-    process_.setProgram(QStringLiteral(NERIT_SIM_PATH));
-    process_.setArguments(args);
-    process_.start();
-    if (!process_.waitForStarted(5000)) return;
-    QDeadlineTimer deadline(5000);
-    while (!process_.canReadLine() && !deadline.hasExpired()) process_.waitForReadyRead(100);
-    if (process_.canReadLine())
-      device_ = QString::fromLocal8Bit(process_.readLine()).trimmed().toStdString();
-  }
-  ~SimProcess() {
-    process_.terminate();
-    if (!process_.waitForFinished(3000)) process_.kill();
-  }
-  const std::string& device() const { return device_; }
-
- private:
-  QProcess process_;
-  std::string device_;
-};
+using nerit::bench::RecordingDialogs;
+using nerit::bench::SimProcess;
 
 // A 19200-baud line from the program to nerit-sim: the program opens device(); every byte it
 // writes reaches the controller 10 bits of 1/19200 s after the one before. The controller's
 // bytes, already paced by nerit-sim, pass at once.
 class PacedLine {
  public:
-  explicit PacedLine(const std::string& controller_device) {
-    char name[256] = {};
-    if (openpty(&program_side_, &held_, name, nullptr, nullptr) != 0) return;
-    controller_ = ::open(controller_device.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK);
-    if (controller_ < 0) return;
-    for (int fd : {held_, controller_}) {
-      termios t{};
-      tcgetattr(fd, &t);
-      cfmakeraw(&t);
-      tcsetattr(fd, TCSANOW, &t);
-    }
-    fcntl(program_side_, F_SETFL, fcntl(program_side_, F_GETFL) | O_NONBLOCK);
-    device_ = name;
+  explicit PacedLine(const std::string& controller_device) : ends_(controller_device) {
+    if (!ends_.ok()) return;
     thread_ = std::thread([this] { run(); });
   }
   ~PacedLine() {
     stop_ = true;
     if (thread_.joinable()) thread_.join();
-    for (int fd : {program_side_, held_, controller_})
-      if (fd >= 0) ::close(fd);
   }
-  const std::string& device() const { return device_; }
+  const std::string& device() const { return ends_.device; }
 
   // Mean turn-around beyond the wire time: the program from a reply to its next request, the
   // controller from a request to its reply. Read and reset.
@@ -143,7 +95,7 @@ class PacedLine {
         on_wire.pop_front();
       }
       if (!due.empty()) {
-        if (::write(controller_, due.data(), due.size()) < 0) return;
+        if (::write(ends_.controller, due.data(), due.size()) < 0) return;
         if (on_wire.empty()) {
           request_delivered = now;
           request_pending = true;
@@ -156,13 +108,13 @@ class PacedLine {
                         std::chrono::duration_cast<std::chrono::microseconds>(wait).count())};
       fd_set readable;
       FD_ZERO(&readable);
-      FD_SET(program_side_, &readable);
-      FD_SET(controller_, &readable);
-      if (::select(std::max(program_side_, controller_) + 1, &readable, nullptr, nullptr, &tv) <= 0)
+      FD_SET(ends_.program_side, &readable);
+      FD_SET(ends_.controller, &readable);
+      if (::select(std::max(ends_.program_side, ends_.controller) + 1, &readable, nullptr, nullptr, &tv) <= 0)
         continue;
       now = Clock::now();
-      if (FD_ISSET(program_side_, &readable)) {
-        const ssize_t n = ::read(program_side_, buf, sizeof buf);
+      if (FD_ISSET(ends_.program_side, &readable)) {
+        const ssize_t n = ::read(ends_.program_side, buf, sizeof buf);
         if (n > 0 && on_wire.empty() && reply_pending) {
           const std::lock_guard lock(mutex_);
           turns_.program += now - reply_forwarded;
@@ -174,11 +126,11 @@ class PacedLine {
           on_wire.emplace_back(line_free, buf[i]);
         }
       }
-      if (FD_ISSET(controller_, &readable)) {
-        const ssize_t n = ::read(controller_, buf, sizeof buf);
+      if (FD_ISSET(ends_.controller, &readable)) {
+        const ssize_t n = ::read(ends_.controller, buf, sizeof buf);
         if (n == 0 || (n < 0 && errno != EAGAIN && errno != EINTR)) return;  // nerit-sim has gone
         if (n < 0) continue;
-        if (::write(program_side_, buf, static_cast<std::size_t>(n)) < 0) return;
+        if (::write(ends_.program_side, buf, static_cast<std::size_t>(n)) < 0) return;
         if (request_pending) {
           // nerit-sim hands over a paced message when its last byte is due.
           const std::lock_guard lock(mutex_);
@@ -192,20 +144,12 @@ class PacedLine {
     }
   }
 
-  int program_side_ = -1, held_ = -1, controller_ = -1;
-  std::string device_;
+  nerit::bench::RelayEnds ends_;
   std::atomic<bool> stop_{false};
   std::mutex mutex_;
   Turns turns_;
   std::thread thread_;
 };
-
-double cpu_seconds() {
-  rusage u{};
-  getrusage(RUSAGE_SELF, &u);
-  return static_cast<double>(u.ru_utime.tv_sec + u.ru_stime.tv_sec) +
-         static_cast<double>(u.ru_utime.tv_usec + u.ru_stime.tv_usec) / 1e6;
-}
 
 struct Program {
   Program(const std::string& device, const QString& folder) {
@@ -302,12 +246,12 @@ int measure_idle(const QString& folder) {
   double cpu_start = 0, cpu_used = 0, wall_s = 0;
   QElapsedTimer wall;
   QTimer::singleShot(kWaitMs, p.app.get(), [&] {
-    cpu_used = cpu_seconds() - cpu_start;
+    cpu_used = nerit::bench::cpu_seconds() - cpu_start;
     wall_s = static_cast<double>(wall.nsecsElapsed()) / 1e9;
     p.app->main_window().close();  // ends the wait, as the user closing the window would
   });
   const int before = p.log_lines();
-  cpu_start = cpu_seconds();
+  cpu_start = nerit::bench::cpu_seconds();
   wall.start();
   p.app->run([&] { p.app->program().form1.session.Command12_Click(); });
   std::printf(

@@ -39,79 +39,31 @@
 #include <vector>
 
 #include "link/frames.h"
+#include "bench/bench_support.h"
 #include "ui/application.h"
 
 namespace {
 
-using nerit::MsgAnswer;
 using nerit::ui::Application;
 
 constexpr double kFrameMs = 22 * 10 * 1000 / 19200.0;  // one frame on the wire
 
-// Answers No to every question (so connecting does not read the tune) and keeps the texts.
-class RecordingDialogs : public nerit::Dialogs {
- public:
-  using Dialogs::message_box;
-  MsgAnswer message_box(const nerit::MessageBoxRequest& request) override {
-    shown.push_back(request.title + ": " + request.text);
-    return request.buttons == nerit::MsgButtons::YesNo ? MsgAnswer::No : MsgAnswer::Ok;
-  }
-  std::filesystem::path file_dialog(const nerit::FileDialogRequest&) override { return {}; }
-  std::string input_box(const std::string&, const std::string&, const std::string&) override {
-    return {};
-  }
-  std::vector<std::string> shown;
-};
-
-class SimProcess {
- public:
-  explicit SimProcess(const QStringList& args) {
-    process_.setProgram(QStringLiteral(NERIT_SIM_PATH));
-    process_.setArguments(args);
-    process_.start();
-    if (!process_.waitForStarted(5000)) return;
-    QDeadlineTimer deadline(5000);
-    while (!process_.canReadLine() && !deadline.hasExpired()) process_.waitForReadyRead(100);
-    if (process_.canReadLine())
-      device_ = QString::fromLocal8Bit(process_.readLine()).trimmed().toStdString();
-  }
-  ~SimProcess() {
-    process_.terminate();
-    if (!process_.waitForFinished(3000)) process_.kill();
-  }
-  const std::string& device() const { return device_; }
-
- private:
-  QProcess process_;
-  std::string device_;
-};
+using nerit::bench::RecordingDialogs;
+using nerit::bench::SimProcess;
 
 // Passes bytes both ways between the program's pseudo-terminal and nerit-sim's, unchanged and
 // at once, and counts the controller's.
 class CountingRelay {
  public:
-  explicit CountingRelay(const std::string& controller_device) {
-    char name[256] = {};
-    if (openpty(&program_side_, &held_, name, nullptr, nullptr) != 0) return;
-    controller_ = ::open(controller_device.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK);
-    if (controller_ < 0) return;
-    for (int fd : {held_, controller_}) {
-      termios t{};
-      tcgetattr(fd, &t);
-      cfmakeraw(&t);
-      tcsetattr(fd, TCSANOW, &t);
-    }
-    fcntl(program_side_, F_SETFL, fcntl(program_side_, F_GETFL) | O_NONBLOCK);
-    device_ = name;
+  explicit CountingRelay(const std::string& controller_device) : ends_(controller_device) {
+    if (!ends_.ok()) return;
     thread_ = std::thread([this] { run(); });
   }
   ~CountingRelay() {
     stop_ = true;
     if (thread_.joinable()) thread_.join();
-    for (int fd : {program_side_, held_, controller_})
-      if (fd >= 0) ::close(fd);
   }
-  const std::string& device() const { return device_; }
+  const std::string& device() const { return ends_.device; }
   std::uint64_t controller_bytes() const { return from_controller_; }
 
  private:
@@ -120,38 +72,30 @@ class CountingRelay {
     while (!stop_) {
       fd_set readable;
       FD_ZERO(&readable);
-      FD_SET(program_side_, &readable);
-      FD_SET(controller_, &readable);
+      FD_SET(ends_.program_side, &readable);
+      FD_SET(ends_.controller, &readable);
       timeval tv{0, 50000};
-      if (::select(std::max(program_side_, controller_) + 1, &readable, nullptr, nullptr, &tv) <= 0)
+      if (::select(std::max(ends_.program_side, ends_.controller) + 1, &readable, nullptr, nullptr, &tv) <= 0)
         continue;
-      if (FD_ISSET(program_side_, &readable)) {
-        const ssize_t n = ::read(program_side_, buf, sizeof buf);
-        if (n > 0 && ::write(controller_, buf, static_cast<std::size_t>(n)) < 0) return;
+      if (FD_ISSET(ends_.program_side, &readable)) {
+        const ssize_t n = ::read(ends_.program_side, buf, sizeof buf);
+        if (n > 0 && ::write(ends_.controller, buf, static_cast<std::size_t>(n)) < 0) return;
       }
-      if (FD_ISSET(controller_, &readable)) {
-        const ssize_t n = ::read(controller_, buf, sizeof buf);
+      if (FD_ISSET(ends_.controller, &readable)) {
+        const ssize_t n = ::read(ends_.controller, buf, sizeof buf);
         if (n == 0 || (n < 0 && errno != EAGAIN && errno != EINTR)) return;
         if (n < 0) continue;
-        if (::write(program_side_, buf, static_cast<std::size_t>(n)) < 0) return;
+        if (::write(ends_.program_side, buf, static_cast<std::size_t>(n)) < 0) return;
         from_controller_ += static_cast<std::uint64_t>(n);
       }
     }
   }
 
-  int program_side_ = -1, held_ = -1, controller_ = -1;
-  std::string device_;
+  nerit::bench::RelayEnds ends_;
   std::atomic<bool> stop_{false};
   std::atomic<std::uint64_t> from_controller_{0};
   std::thread thread_;
 };
-
-double cpu_seconds(int who) {
-  rusage u{};
-  getrusage(who, &u);
-  return static_cast<double>(u.ru_utime.tv_sec + u.ru_stime.tv_sec) +
-         static_cast<double>(u.ru_utime.tv_usec + u.ru_stime.tv_usec) / 1e6;
-}
 
 double percentile(std::vector<double> v, double p) {
   if (v.empty()) return 0;
@@ -229,14 +173,14 @@ int measure(const QString& folder, int seconds) {
   const std::uint64_t handled_before = handled;
   const std::uint64_t bytes_before = relay.controller_bytes();
   const int log_before = f.c.List1.list_count();
-  const double cpu_thread = cpu_seconds(RUSAGE_THREAD), cpu_process = cpu_seconds(RUSAGE_SELF);
+  const double cpu_thread = nerit::bench::cpu_seconds(RUSAGE_THREAD), cpu_process = nerit::bench::cpu_seconds(RUSAGE_SELF);
   clock.start();
   probe.start();
   run_for(seconds * 1000);
   probe.stop();
   const double wall = static_cast<double>(clock.nsecsElapsed()) / 1e9;
-  const double thread_share = (cpu_seconds(RUSAGE_THREAD) - cpu_thread) / wall;
-  const double process_share = (cpu_seconds(RUSAGE_SELF) - cpu_process) / wall;
+  const double thread_share = (nerit::bench::cpu_seconds(RUSAGE_THREAD) - cpu_thread) / wall;
+  const double process_share = (nerit::bench::cpu_seconds(RUSAGE_SELF) - cpu_process) / wall;
   const double sent = static_cast<double>(relay.controller_bytes() - bytes_before) / 22.0;
   const double got = static_cast<double>(handled - handled_before);
   app.run([&] { app.platform().comm.output(nerit::stream_frame(0)); });
