@@ -13,7 +13,7 @@ Form1::Form1(Platform& p, std::filesystem::path program_folder)
       map_writer(c, vars, link, session),
       editor(c, vars, maps, map_writer, map_history),
       edits(vars, maps, editor, map_writer, map_history),
-      block_commands(c, maps, map_history, p.windows),
+      block_commands(c, maps, editor, map_history, p.windows),
       automap(c, maps) {
   c.Timer1.on_tick = [this] { session.Timer1_Timer(); };
   c.Timer2.on_tick = [this] { session.Timer2_Timer(); };

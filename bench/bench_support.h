@@ -4,11 +4,14 @@
 #include <fcntl.h>
 #include <pty.h>
 #include <sys/resource.h>
+#include <sys/select.h>
 #include <termios.h>
 #include <unistd.h>
 
 #include <QDeadlineTimer>
 #include <QProcess>
+#include <algorithm>
+#include <chrono>
 #include <string>
 #include <vector>
 
@@ -79,6 +82,21 @@ struct RelayEnds {
   RelayEnds(const RelayEnds&) = delete;
   RelayEnds& operator=(const RelayEnds&) = delete;
   bool ok() const { return !device.empty() && controller >= 0; }
+
+  // Which ends have bytes to read, after waiting up to `timeout`; neither when none came.
+  struct Readable {
+    bool program = false, controller = false;
+  };
+  Readable wait_readable(std::chrono::microseconds timeout) const {
+    fd_set fds;
+    FD_ZERO(&fds);
+    FD_SET(program_side, &fds);
+    FD_SET(controller, &fds);
+    timeval tv{0, static_cast<suseconds_t>(timeout.count())};
+    const int highest = std::max(program_side, controller);
+    if (::select(highest + 1, &fds, nullptr, nullptr, &tv) <= 0) return {};
+    return {FD_ISSET(program_side, &fds) != 0, FD_ISSET(controller, &fds) != 0};
+  }
 
   int program_side = -1, held = -1, controller = -1;
   std::string device;  // what the program opens

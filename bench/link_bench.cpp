@@ -10,17 +10,10 @@
 //       108 frames x 22 bytes x 10 bits / 19200 baud = 1.2375 s (target: ratio at most 1.10).
 //   (c) CPU time of this process while "Read Data from Unit" waits 10 s on a controller that
 //       has gone silent, as a share of one core (target: under 1 %).
-#include <fcntl.h>
-#include <pty.h>
-#include <sys/resource.h>
-#include <sys/select.h>
-#include <termios.h>
 #include <unistd.h>
 
 #include <QApplication>
-#include <QDeadlineTimer>
 #include <QElapsedTimer>
-#include <QProcess>
 #include <QStyleFactory>
 #include <QTemporaryDir>
 #include <QTimer>
@@ -32,7 +25,6 @@
 #include <deque>
 #include <memory>
 #include <mutex>
-#include <optional>
 #include <string>
 #include <thread>
 #include <utility>
@@ -104,16 +96,11 @@ class PacedLine {
       auto wait = std::chrono::nanoseconds(std::chrono::milliseconds(50));
       if (!on_wire.empty()) wait = std::min(wait, on_wire.front().first - Clock::now());
       if (wait < std::chrono::nanoseconds(0)) continue;
-      timeval tv{0, static_cast<suseconds_t>(
-                        std::chrono::duration_cast<std::chrono::microseconds>(wait).count())};
-      fd_set readable;
-      FD_ZERO(&readable);
-      FD_SET(ends_.program_side, &readable);
-      FD_SET(ends_.controller, &readable);
-      if (::select(std::max(ends_.program_side, ends_.controller) + 1, &readable, nullptr, nullptr, &tv) <= 0)
-        continue;
+      const auto ready =
+          ends_.wait_readable(std::chrono::duration_cast<std::chrono::microseconds>(wait));
+      if (!ready.program && !ready.controller) continue;
       now = Clock::now();
-      if (FD_ISSET(ends_.program_side, &readable)) {
+      if (ready.program) {
         const ssize_t n = ::read(ends_.program_side, buf, sizeof buf);
         if (n > 0 && on_wire.empty() && reply_pending) {
           const std::lock_guard lock(mutex_);
@@ -126,7 +113,7 @@ class PacedLine {
           on_wire.emplace_back(line_free, buf[i]);
         }
       }
-      if (FD_ISSET(ends_.controller, &readable)) {
+      if (ready.controller) {
         const ssize_t n = ::read(ends_.controller, buf, sizeof buf);
         if (n == 0 || (n < 0 && errno != EAGAIN && errno != EINTR)) return;  // nerit-sim has gone
         if (n < 0) continue;

@@ -11,20 +11,14 @@
 //
 // Runs on the offscreen platform unless QT_QPA_PLATFORM says otherwise (e.g. xcb under Xvfb,
 // to paint at the real window size). `--seconds N` sets the measured time (default 10).
-#include <fcntl.h>
-#include <pty.h>
 #include <sys/resource.h>
-#include <sys/select.h>
-#include <termios.h>
 #include <unistd.h>
 
 #include <QApplication>
 #include <QCheckBox>
-#include <QDeadlineTimer>
 #include <QElapsedTimer>
 #include <QEventLoop>
 #include <QListWidget>
-#include <QProcess>
 #include <QStyleFactory>
 #include <QTemporaryDir>
 #include <QTimer>
@@ -38,8 +32,8 @@
 #include <thread>
 #include <vector>
 
-#include "link/frames.h"
 #include "bench/bench_support.h"
+#include "link/frames.h"
 #include "ui/application.h"
 
 namespace {
@@ -48,6 +42,7 @@ using nerit::ui::Application;
 
 constexpr double kFrameMs = 22 * 10 * 1000 / 19200.0;  // one frame on the wire
 
+using nerit::bench::cpu_seconds;
 using nerit::bench::RecordingDialogs;
 using nerit::bench::SimProcess;
 
@@ -70,18 +65,12 @@ class CountingRelay {
   void run() {
     char buf[4096];
     while (!stop_) {
-      fd_set readable;
-      FD_ZERO(&readable);
-      FD_SET(ends_.program_side, &readable);
-      FD_SET(ends_.controller, &readable);
-      timeval tv{0, 50000};
-      if (::select(std::max(ends_.program_side, ends_.controller) + 1, &readable, nullptr, nullptr, &tv) <= 0)
-        continue;
-      if (FD_ISSET(ends_.program_side, &readable)) {
+      const auto ready = ends_.wait_readable(std::chrono::milliseconds(50));
+      if (ready.program) {
         const ssize_t n = ::read(ends_.program_side, buf, sizeof buf);
         if (n > 0 && ::write(ends_.controller, buf, static_cast<std::size_t>(n)) < 0) return;
       }
-      if (FD_ISSET(ends_.controller, &readable)) {
+      if (ready.controller) {
         const ssize_t n = ::read(ends_.controller, buf, sizeof buf);
         if (n == 0 || (n < 0 && errno != EAGAIN && errno != EINTR)) return;
         if (n < 0) continue;
@@ -173,14 +162,14 @@ int measure(const QString& folder, int seconds) {
   const std::uint64_t handled_before = handled;
   const std::uint64_t bytes_before = relay.controller_bytes();
   const int log_before = f.c.List1.list_count();
-  const double cpu_thread = nerit::bench::cpu_seconds(RUSAGE_THREAD), cpu_process = nerit::bench::cpu_seconds(RUSAGE_SELF);
+  const double cpu_thread = cpu_seconds(RUSAGE_THREAD), cpu_process = cpu_seconds(RUSAGE_SELF);
   clock.start();
   probe.start();
   run_for(seconds * 1000);
   probe.stop();
   const double wall = static_cast<double>(clock.nsecsElapsed()) / 1e9;
-  const double thread_share = (nerit::bench::cpu_seconds(RUSAGE_THREAD) - cpu_thread) / wall;
-  const double process_share = (nerit::bench::cpu_seconds(RUSAGE_SELF) - cpu_process) / wall;
+  const double thread_share = (cpu_seconds(RUSAGE_THREAD) - cpu_thread) / wall;
+  const double process_share = (cpu_seconds(RUSAGE_SELF) - cpu_process) / wall;
   const double sent = static_cast<double>(relay.controller_bytes() - bytes_before) / 22.0;
   const double got = static_cast<double>(handled - handled_before);
   app.run([&] { app.platform().comm.output(nerit::stream_frame(0)); });

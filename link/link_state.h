@@ -17,7 +17,6 @@ struct LinkState {
 
   // Words of the latest status frame (W1..W7 16-bit, W8 32-bit), index 1..8.
   std::array<long, 9> W{};
-  double tps_raw_value = 0;
   double map_raw = 0;      // b5 of the latest status frame
   int previous_cell = -1;  // operating-cell index of the previous status frame
   int cell_row = 0, cell_col = 0;

@@ -5,6 +5,7 @@
 
 #include "link/cell_codec.h"
 #include "link/frames.h"
+#include "link/map_rows.h"
 #include "shell/errors.h"
 #include "shell/numbers.h"
 
@@ -23,6 +24,11 @@ void quietly(Statement statement) {
   } catch (const ProgramError&) {
   } catch (const std::out_of_range&) {
   }
+}
+
+// The frequency of a vortex period in 4 us ticks; no period, no frequency.
+double vortex_hz(long period) {
+  return period == 0 ? 0 : whole_part(250000.0 / static_cast<double>(period));
 }
 
 }  // namespace
@@ -50,13 +56,11 @@ void ReplyDispatcher::MSComm1_OnComm() {
   // last 22 characters goes with it.
   const std::string& buf = link_.rxbuffer;
   if (buf.size() < kFrameLength || buf.compare(buf.size() - 2, 2, "\r\n") != 0) return;
-  link_.rxframe = buf.substr(buf.size() - kFrameLength);
+  link_.rxframe.assign(buf, buf.size() - kFrameLength, kFrameLength);
   link_.rxbuffer.clear();
-
-  if (static_cast<std::uint8_t>(link_.rxframe[0]) != kFrameStart) return;
   for (std::size_t i = 0; i < 21; ++i)
     link_.rxbytes[i] = static_cast<std::uint8_t>(link_.rxframe[i]);
-  dispatch();
+  if (b(0) == kFrameStart) dispatch();
 }
 
 void ReplyDispatcher::dispatch() {
@@ -134,8 +138,8 @@ void ReplyDispatcher::status_reply() {
   row.tps_in = vars_.tps_in;
 
   const double analog_volts = b(16) * 5.0 / 255;
-  row.airflow_out_hz = W[6] == 0 ? 0 : whole_part(250000.0 / static_cast<double>(W[6]));
-  const double airflow_in_hz = W[8] == 0 ? 0 : whole_part(250000.0 / static_cast<double>(W[8]));
+  row.airflow_out_hz = vortex_hz(W[6]);
+  const double airflow_in_hz = vortex_hz(W[8]);
 
   if (c_.Check5.value == 1 && hooks.automap) {
     double load = 0;
@@ -158,7 +162,7 @@ void ReplyDispatcher::status_reply() {
     quietly([&] { hooks.automap(vars_.drehzahl, load, airflow_in_hz); });
   }
 
-  show_live_values(row, analog_volts, airflow_in_hz);
+  show_live_values(row, analog_volts, airflow_in_hz, sep);
 
   const int cell = b(13);
   if (vars_.fokus != 1) {
@@ -173,8 +177,7 @@ void ReplyDispatcher::status_reply() {
 }
 
 void ReplyDispatcher::show_live_values(const LiveRow& row, double analog_volts,
-                                       double airflow_in_hz) {
-  const char sep = p_.decimal_separator();
+                                       double airflow_in_hz, char sep) {
   Grid& g = c_.MSFlexGrid1;
   auto put = [&g](int r, std::string text) {
     g.set_current(r, 1);
@@ -233,12 +236,12 @@ void ReplyDispatcher::sram_reply() {
       c_.MSFlexGrid2.set_text(0, col, heading);
       c_.MSFlexGrid3.set_text(0, col, heading);
     }
-  } else if (address >= 0x2A0 && address <= 0x39F) {
-    const int row = (address - 0x2A0) / 16 + 1;
+  } else if (address >= kCorrectionMapAddress && address < kAirflowMapAddress) {
+    const int row = (address - kCorrectionMapAddress) / 16 + 1;
     for (int i = 1; i <= 16; ++i)
       c_.MSFlexGrid2.set_text(row, i, correction_cell_text(static_cast<std::uint8_t>(b(3 + i))));
-  } else if (address >= 0x3A0 && address <= 0x59F) {
-    const int row = (address - 0x3A0) / 32 + 1;
+  } else if (address >= kAirflowMapAddress && address < kAirflowMapAddress + 16 * 32) {
+    const int row = (address - kAirflowMapAddress) / 32 + 1;
     const int first_col = (address / 16) % 2 == 0 ? 1 : 9;
     for (int j = 0; j < 8; ++j)
       c_.MSFlexGrid3.set_text(

@@ -45,7 +45,7 @@ class ReplyDispatcher {
   void text_reply();
   void settings_block_1();
   void settings_block_2();
-  void show_live_values(const LiveRow& row, double analog_volts, double airflow_in_hz);
+  void show_live_values(const LiveRow& row, double analog_volts, double airflow_in_hz, char sep);
   void log(const std::string& text);
   int b(int i) const { return link_.rxbytes[static_cast<std::size_t>(i)]; }
 

@@ -1,6 +1,7 @@
 #include "link/serial_session.h"
 
 #include "link/frames.h"
+#include "link/map_rows.h"
 #include "shell/errors.h"
 
 namespace nerit {
@@ -29,6 +30,13 @@ void SerialSession::show_offline(const char* word) {
   c_.Label4[0].back_color = kRed;
 }
 
+void SerialSession::show_online() {
+  c_.Label4[0].caption = "online";
+  c_.Label4[0].back_color = kGreen;
+  c_.Label4[1].caption = "Port: " + std::to_string(vars_.port);
+  c_.Check1.enabled = true;
+}
+
 void SerialSession::close_link() {
   p_.comm.set_port_open(false);
   show_offline("offline");
@@ -40,21 +48,16 @@ void SerialSession::close_link() {
 bool SerialSession::try_open(int port_number) {
   // Each step is tried even when the one before failed; any failure skips the port.
   bool ok = true;
-  try {
-    p_.comm.set_comm_port(port_number);
-  } catch (const ProgramError&) {
-    ok = false;
-  }
-  try {
-    p_.comm.set_settings(kLineSettings);
-  } catch (const ProgramError&) {
-    ok = false;
-  }
-  try {
-    p_.comm.set_port_open(true);
-  } catch (const ProgramError&) {
-    ok = false;
-  }
+  auto attempt = [&ok](auto step) {
+    try {
+      step();
+    } catch (const ProgramError&) {
+      ok = false;
+    }
+  };
+  attempt([&] { p_.comm.set_comm_port(port_number); });
+  attempt([&] { p_.comm.set_settings(kLineSettings); });
+  attempt([&] { p_.comm.set_port_open(true); });
   return ok;
 }
 
@@ -92,10 +95,7 @@ void SerialSession::Command1_Click() {
     p_.comm.set_port_open(false);
     return;
   }
-  c_.Label4[0].caption = "online";
-  c_.Label4[0].back_color = kGreen;
-  c_.Label4[1].caption = "Port: " + std::to_string(vars_.port);
-  c_.Check1.enabled = true;
+  show_online();
   c_.Combo2.select(-1);
   c_.Combo2.enabled = false;
   if (p_.dialogs.message_box("Verbunden, Daten vom Controller laden?", MsgButtons::YesNo,
@@ -113,14 +113,10 @@ void SerialSession::autoconnect2() {
     }
     if (vars_.connected == 1) break;
   }
-  if (vars_.connected == 1) {
-    c_.Label4[0].caption = "online";
-    c_.Label4[0].back_color = kGreen;
-    c_.Label4[1].caption = "Port: " + std::to_string(vars_.port);
-    c_.Check1.enabled = true;
-  } else {
+  if (vars_.connected == 1)
+    show_online();
+  else
     show_offline("offline");
-  }
 }
 
 void SerialSession::Combo2_Click() {
@@ -158,8 +154,9 @@ void SerialSession::Command12_Click() {
     wait_for_reply();
   };
   for (int address : kReadOrder) request(address);
-  for (int i = 0; i <= 240; i += 16) request(0x2A0 + i);
-  for (int i = 0; i <= 496; i += 16) request(0x3A0 + i);
+  for (int r = 1; r <= 16; ++r) request(correction_row_address(r));
+  for (int r = 1; r <= 16; ++r)
+    for (int half = 0; half < 2; ++half) request(airflow_row_address(r) + 16 * half);
   c_.Command12.back_color = kButtonFace;
   c_.Timer5.set_enabled(false);
 }

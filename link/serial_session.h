@@ -44,6 +44,7 @@ class SerialSession {
  private:
   bool try_open(int port_number);
   void wait_for_connect();
+  void show_online();  // labels online with the port, Check1 enabled
   void show_offline(const char* word);
   void close_link();  // port closed, labels offline, connected = 0
 

@@ -40,9 +40,9 @@ bool Transfers::load_type_chosen() {
   return false;
 }
 
-void Transfers::write_block(int address, const FrameData& data) {
+void Transfers::write_block(int address, const FrameData& data, std::uint8_t code) {
   link_.write_addr = address;
-  session_.send_frame(address_frame(kCmdSramWrite, address, data));
+  session_.send_frame(address_frame(code, address, data));
   session_.wait_for_reply();
 }
 
@@ -93,11 +93,6 @@ void Transfers::Command4_Click(int index) {
   if (!load_type_chosen() || vars_.connected == 0) return;
   {
     Painted busy(c_.Command4.at(static_cast<std::size_t>(index)), kRed);
-    auto eeprom_write = [this](int address, const FrameData& data) {
-      link_.write_addr = address;
-      session_.send_frame(address_frame(kCmdEepromWrite, address, data));
-      session_.wait_for_reply();
-    };
     // Map first, then the load axis, the settings last: the controller relies on this order.
     Grid& g = c_.MSFlexGrid2;
     for (int frame = 0; frame < 6; ++frame) {
@@ -108,13 +103,13 @@ void Transfers::Command4_Click(int index) {
           d[static_cast<std::size_t>(8 * k + col - 1)] = correction_byte(val(g.text(g.row, g.col)));
         }
       }
-      eeprom_write(0x50 + 0x10 * frame, d);
+      write_block(0x50 + 0x10 * frame, d, kCmdEepromWrite);
     }
-    eeprom_write(0x20, axis_block(c_.load_points, 1, 8));
-    eeprom_write(0x30, axis_block(c_.load_points, 9, 4));
+    write_block(0x20, axis_block(c_.load_points, 1, 8), kCmdEepromWrite);
+    write_block(0x30, axis_block(c_.load_points, 9, 4), kCmdEepromWrite);
     FrameData a = settings_block_a(c_, vars_);
     a[15] = 0;
-    eeprom_write(0x10, a);
+    write_block(0x10, a, kCmdEepromWrite);
   }
   Command2_Click();
 }

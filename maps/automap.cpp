@@ -4,6 +4,20 @@
 
 namespace nerit {
 
+namespace {
+
+// The first heading (1..16) within `window` of x, or 0 for none.
+template <class Headings>
+int first_near(const Headings& headings, double x, double window) {
+  for (int i = 1; i <= kMapSize; ++i) {
+    const double h = headings[static_cast<std::size_t>(i)];
+    if (h - window < x && x < h + window) return i;
+  }
+  return 0;
+}
+
+}  // namespace
+
 void Automap::Check5_Click() {
   if (c_.Check5.value != 1) return;
   const Grid& g = c_.MSFlexGrid2;
@@ -15,15 +29,8 @@ void Automap::Check5_Click() {
 }
 
 void Automap::automap(double speed, double load, double value) {
-  int col = 0, row = 0;
-  for (int i = 1; i <= kMapSize && col == 0; ++i) {
-    const double h = state_.automap_rpm[static_cast<std::size_t>(i)];
-    if (h - kSpeedWindow < speed && speed < h + kSpeedWindow) col = i;
-  }
-  for (int j = 1; j <= kMapSize && row == 0; ++j) {
-    const double l = state_.automap_load[static_cast<std::size_t>(j)];
-    if (l - kLoadWindow < load && load < l + kLoadWindow) row = j;
-  }
+  const int col = first_near(state_.automap_rpm, speed, kSpeedWindow);
+  const int row = first_near(state_.automap_load, load, kLoadWindow);
   if (col == 0 || row == 0) return;
   Grid& g = c_.MSFlexGrid3;
   g.set_text(row, col, number_text(value));

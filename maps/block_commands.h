@@ -1,6 +1,7 @@
 #pragma once
 // The map command frame (Frame6): interpolation of the active map's block, "clear" of the
 // automap colouring, two buttons without an effect; and the button that opens the graph.
+#include "maps/cell_editor.h"
 #include "maps/edit_history.h"
 #include "maps/map_state.h"
 #include "shell/form1_controls.h"
@@ -10,8 +11,9 @@ namespace nerit {
 
 class BlockCommands {
  public:
-  BlockCommands(Form1Controls& c, MapState& state, EditHistory& history, WindowHost& windows)
-      : c_(c), state_(state), history_(history), windows_(windows) {}
+  BlockCommands(Form1Controls& c, MapState& state, CellEditor& editor, EditHistory& history,
+                WindowHost& windows)
+      : c_(c), state_(state), editor_(editor), history_(history), windows_(windows) {}
 
   void Command13_Click();  // interpolate rows
   void Command14_Click();  // interpolate cols
@@ -21,12 +23,12 @@ class BlockCommands {
   void GraphButton_Click();  // the 3-D graph of the correction map
 
  private:
-  Grid* active_grid();
   template <class Interpolate>
   void interpolate(Interpolate lines);
 
   Form1Controls& c_;
   MapState& state_;
+  CellEditor& editor_;
   EditHistory& history_;
   WindowHost& windows_;
 };

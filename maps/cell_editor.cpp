@@ -9,8 +9,6 @@ namespace nerit {
 
 namespace {
 
-constexpr int kLastCell = 16;
-
 // The box's text after the program set it: caret at the end.
 void set_box_text(TextBox& box, std::string text) {
   box.text = std::move(text);
@@ -23,6 +21,19 @@ void clamp_text(TextBox& box, double low, double high) {
   if (val(box.text) < low) set_box_text(box, number_text(low));
 }
 
+struct Range {
+  double low, high;
+};
+
+// What a body cell of each map takes.
+constexpr Range body_range(MapId map) {
+  return map == MapId::Correction ? Range{-50, 100} : Range{20, 5000};
+}
+
+void clamp_body_text(TextBox& box, MapId map) {
+  clamp_text(box, body_range(map).low, body_range(map).high);
+}
+
 }  // namespace
 
 Grid& CellEditor::grid(MapId map) {
@@ -33,29 +44,34 @@ TextBox& CellEditor::box(MapId map) {
   return map == MapId::Correction ? c_.Text2 : c_.Text5;
 }
 
+const Frame& CellEditor::frame(MapId map) const {
+  return map == MapId::Correction ? c_.correction_frame : c_.airflow_map_frame;
+}
+
 double CellEditor::clamp_body(MapId map, double value) {
-  return map == MapId::Correction ? std::clamp(value, -50.0, 100.0)
-                                  : std::clamp(value, 20.0, 5000.0);
+  const Range r = body_range(map);
+  return std::clamp(value, r.low, r.high);
+}
+
+void CellEditor::keep_box_text(MapId map) {
+  Grid& g = grid(map);
+  MapEdit edit{map, {}};
+  edit.set(g, g.row, g.col, box(map).text);
+  history_.record(std::move(edit));
 }
 
 void CellEditor::mouse_down(MapId map, int button) {
   state_.active_map = static_cast<int>(map);
   Grid& g = grid(map);
-  const Frame& frame = map == MapId::Correction ? c_.correction_frame : c_.airflow_map_frame;
   if (button == kRightButton) {
-    c_.Frame6.left = frame.left + g.left;
-    c_.Frame6.top = frame.top + g.top;
+    c_.Frame6.left = frame(map).left + g.left;
+    c_.Frame6.top = frame(map).top + g.top;
     c_.Frame6.visible = true;
     return;
   }
   c_.Frame6.visible = false;
-  TextBox& b = box(map);
-  if (b.visible) {
-    // Clicking away keeps what was typed in the cell being edited (nothing is sent).
-    MapEdit edit{map, {}};
-    edit.set(g, g.row, g.col, b.text);
-    history_.record(std::move(edit));
-  }
+  // Clicking away keeps what was typed in the cell being edited (nothing is sent).
+  if (box(map).visible) keep_box_text(map);
   g.set_current(g.row_sel, g.col_sel);
   state_.block.start_row = g.row;
   state_.block.start_col = g.col;
@@ -71,11 +87,10 @@ void CellEditor::mouse_up(MapId map, int) {
 void CellEditor::place(MapId map) {
   Grid& g = grid(map);
   TextBox& b = box(map);
-  const Frame& frame = map == MapId::Correction ? c_.correction_frame : c_.airflow_map_frame;
   b.width = g.col_width(g.col);
   b.height = g.row_height(g.row);
   b.top = g.top + g.cell_top(g.row);
-  b.left = frame.left + g.left + g.cell_left(g.col);
+  b.left = frame(map).left + g.left + g.cell_left(g.col);
   b.text = number_text(val(g.text(g.row, g.col)));
   b.visible = true;
   box(map == MapId::Correction ? MapId::Airflow : MapId::Correction).has_focus = false;
@@ -108,7 +123,7 @@ void CellEditor::clamp_correction(int key_code) {
   const Grid& g = c_.MSFlexGrid2;
   TextBox& b = c_.Text2;
   if (g.row >= 1 && g.col >= 1) {
-    clamp_text(b, -50, 100);
+    clamp_body_text(b, MapId::Correction);
   } else if (g.row == 0 && g.col >= 1) {
     if (key_code == kKeyReturn) clamp_text(b, 500, 8000);
   } else if (g.col == 0 && key_code == kKeyReturn) {
@@ -152,7 +167,7 @@ void CellEditor::key_down(MapId map, int key_code) {
       set_box_text(b, number_text(val(b.text) - 1));
       break;
     case kKeyReturn:
-      if (map == MapId::Airflow) clamp_text(b, 20, 5000);
+      if (map == MapId::Airflow) clamp_body_text(b, map);
       commit(map);
       break;
     default:
@@ -161,23 +176,21 @@ void CellEditor::key_down(MapId map, int key_code) {
 }
 
 void CellEditor::move(MapId map, int key_code) {
+  keep_box_text(map);
   Grid& g = grid(map);
-  MapEdit edit{map, {}};
-  edit.set(g, g.row, g.col, box(map).text);
-  history_.record(std::move(edit));
   int row = g.row, col = g.col;
   switch (key_code) {
     case kKeyRight:
-      col = col < kLastCell ? col + 1 : 1;
+      col = col < kMapSize ? col + 1 : 1;
       break;
     case kKeyLeft:
-      col = col >= 2 ? col - 1 : kLastCell;
+      col = col >= 2 ? col - 1 : kMapSize;
       break;
     case kKeyUp:
-      row = row >= 2 ? row - 1 : kLastCell;
+      row = row >= 2 ? row - 1 : kMapSize;
       break;
     default:
-      row = row < kLastCell ? row + 1 : 1;
+      row = row < kMapSize ? row + 1 : 1;
       break;
   }
   g.set_current(row, col);

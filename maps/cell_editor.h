@@ -63,6 +63,9 @@ class CellEditor {
   void got_focus(MapId map);
   void key_press(MapId map, int& key_ascii);
   void key_down(MapId map, int key_code);
+  const Frame& frame(MapId map) const;
+  // Writes the box's text into the cell it edits, as an undoable edit that sends nothing.
+  void keep_box_text(MapId map);
   void clamp_correction(int key_code);
   void move(MapId map, int key_code);
   void place(MapId map);

@@ -1,7 +1,5 @@
 #include "maps/edit_commands.h"
 
-#include <algorithm>
-
 #include "maps/block_text.h"
 #include "shell/numbers.h"
 
@@ -32,18 +30,20 @@ void EditCommands::paste_block(MapId map, std::string_view text) {
   }
   state_.block = {top, left, top, left};
   g.set_current(top, left);
-  const std::vector<int> rows_sent = edit.body_rows();
-  history_.record(std::move(edit));
+  history_.record(edit);
+  write_through(edit);
+}
+
+void EditCommands::write_through(const MapEdit& edit) {
   if (vars_.connected == 1)
-    for (int r : rows_sent) writer_.send_rows(map, r, r);
+    for (int r : edit.body_rows()) writer_.send_rows(edit.map, r, r);
 }
 
 void EditCommands::apply(const MapEdit& edit, bool forward) {
   Grid& g = editor_.grid(edit.map);
   if (editor_.box(edit.map).visible) editor_.close_box(edit.map);
   for (const CellChange& ch : edit.cells) g.set_text(ch.row, ch.col, forward ? ch.after : ch.before);
-  if (vars_.connected == 1)
-    for (int r : edit.body_rows()) writer_.send_rows(edit.map, r, r);
+  write_through(edit);
 }
 
 void EditCommands::undo() {

@@ -30,6 +30,8 @@ class EditCommands {
 
  private:
   void apply(const MapEdit& edit, bool forward);
+  // Sends the rows the edit touched when the controller is online.
+  void write_through(const MapEdit& edit);
 
   ProgramState& vars_;
   MapState& state_;

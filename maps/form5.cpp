@@ -8,8 +8,7 @@ void Form5::read_map() {
 }
 
 void Form5::Form_Load() {
-  read_map();
-  ++camera_resets_;
+  Command1_Click();
 }
 
 void Form5::Command1_Click() {

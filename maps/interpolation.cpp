@@ -1,8 +1,6 @@
 #include "maps/interpolation.h"
 
-#include <array>
-#include <functional>
-#include <stdexcept>
+#include <utility>
 
 #include "shell/numbers.h"
 
@@ -11,24 +9,18 @@ namespace nerit {
 namespace {
 
 // One line from index `first` to `last`; cell(i) is the grid cell at index i of the line.
-void interpolate_line(const Grid& g, int first, int last,
-                      const std::function<std::pair<int, int>(int)>& cell,
-                      std::vector<CellText>& out) {
+template <class Cell>
+void interpolate_line(const Grid& g, int first, int last, Cell cell, std::vector<CellText>& out) {
   const auto [r0, c0] = cell(first);
   const auto [r1, c1] = cell(last);
   const double a = val(g.text(r0, c0));
   const double b = val(g.text(r1, c1));
   const double step = divide(b - a, last - first);
-  std::array<float, 17> work{};
-  auto at = [&work](int i) -> float& {
-    if (i < 0 || i > 16) throw std::out_of_range("Subscript out of range");
-    return work[static_cast<std::size_t>(i)];
-  };
-  at(first) = static_cast<float>(a);
+  float running = static_cast<float>(a);
   for (int i = first + 1; i <= last - 1; ++i) {
-    at(i) = static_cast<float>(static_cast<double>(at(i - 1)) + step);
+    running = static_cast<float>(static_cast<double>(running) + step);
     const auto [r, c] = cell(i);
-    out.push_back({r, c, number_text(round_half_even(at(i)))});
+    out.push_back({r, c, number_text(round_half_even(running))});
   }
 }
 

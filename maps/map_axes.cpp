@@ -27,8 +27,7 @@ void MapAxes::Combo1_Click() {
   if (type < kLoadTps || type > kLoadAirflow) return;
   const LoadAxisInputs in = load_axis_inputs(vars_, type);
   Grid& g = c_.MSFlexGrid2;
-  g.set_current(0, 0);
-  for (int k = 0; k < 16; ++k) {
+  for (int k = 0; k < kMapSize; ++k) {
     g.set_current(k + 1, 0);
     g.set_text(k + 1, 0, number_text(default_load_heading(type, k, in)));
     c_.load_points[static_cast<std::size_t>(k + 1)] = load_point(type, k, g.text(k + 1, 0), in);
@@ -40,7 +39,7 @@ void MapAxes::fill_load_points() {
   const int type = c_.Combo1.list_index;
   if (type < kLoadTps || type > kLoadAirflow) return;
   const LoadAxisInputs in = load_axis_inputs(vars_, type);
-  for (int k = 0; k < 16; ++k)
+  for (int k = 0; k < kMapSize; ++k)
     c_.load_points[static_cast<std::size_t>(k + 1)] =
         load_point(type, k, c_.MSFlexGrid2.text(k + 1, 0), in);
 }
@@ -55,14 +54,16 @@ void MapAxes::copy_rpm_axis() {
     c_.MSFlexGrid3.set_text(0, col, c_.MSFlexGrid2.text(0, col));
 }
 
+bool MapAxes::toggle_heading_edit(int& fixed) {
+  fixed ^= 1;
+  const bool closed = fixed != 0;
+  for (auto& frame : c_.Frame1) frame.visible = closed;
+  return closed;
+}
+
 void MapAxes::Drehzahlpunkte_Click() {
   Grid& g = c_.MSFlexGrid2;
-  g.fixed_rows ^= 1;
-  if (g.fixed_rows == 0) {
-    for (auto& frame : c_.Frame1) frame.visible = false;
-    return;
-  }
-  for (auto& frame : c_.Frame1) frame.visible = true;
+  if (!toggle_heading_edit(g.fixed_rows)) return;
   copy_rpm_axis();
   for (int col = 1; col <= kMapSize; ++col)
     c_.rpm_points[static_cast<std::size_t>(col)] =
@@ -70,13 +71,7 @@ void MapAxes::Drehzahlpunkte_Click() {
 }
 
 void MapAxes::Lastpunke_Click() {
-  Grid& g = c_.MSFlexGrid2;
-  g.fixed_cols ^= 1;
-  if (g.fixed_cols == 0) {
-    for (auto& frame : c_.Frame1) frame.visible = false;
-    return;
-  }
-  for (auto& frame : c_.Frame1) frame.visible = true;
+  if (!toggle_heading_edit(c_.MSFlexGrid2.fixed_cols)) return;
   copy_load_axis();
   fill_load_points();
 }

@@ -20,6 +20,9 @@ class MapAxes {
   void fill_load_points();
 
  private:
+  // Flips a heading row or column between editable (0) and fixed (1); every tuning panel
+  // hides while it is open. True when the edit closed.
+  bool toggle_heading_edit(int& fixed);
   void copy_load_axis();
   void copy_rpm_axis();
 

@@ -52,6 +52,7 @@ int main(int argc, char** argv) {
   std::fflush(stdout);
 
   std::string reported_error;
+  // The bound on each wait keeps a signal that lands just before poll() from being missed long.
   while (!g_stop && server.pump(100)) {
     const std::string& state_error = server.controller().state_error();
     if (state_error != reported_error) {

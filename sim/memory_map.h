@@ -26,7 +26,6 @@ inline constexpr int kEeMapRows = 12;
 inline constexpr int kEeMapColumns = 8;
 
 inline constexpr int kAxisPoints = 16;
-inline constexpr std::size_t kBlockSize = 16;
 
 // Offsets inside settings block A.
 namespace block_a {

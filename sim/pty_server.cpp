@@ -110,10 +110,4 @@ bool PtyServer::pump(int max_wait_ms) {
   return master_ >= 0;
 }
 
-void PtyServer::run_until_stopped(const volatile std::sig_atomic_t& stop) {
-  // The bound on each wait keeps a signal that lands just before poll() from being missed long.
-  while (!stop && pump(100)) {
-  }
-}
-
 }  // namespace nerit::sim

@@ -4,7 +4,6 @@
 // on_readable(); arm a timer for next_timeout_ms() and call on_timer(); both re-arm the timer.
 // Controller time is milliseconds since the server was made, on the monotonic clock.
 #include <chrono>
-#include <csignal>
 #include <string>
 
 #include "sim/controller.h"
@@ -37,8 +36,6 @@ class PtyServer {
   // One step of a loop of its own: waits up to max_wait_ms for input or the next due time.
   // False once the pty is closed.
   bool pump(int max_wait_ms);
-  // Pumps until `stop` becomes non-zero (from a signal handler) or the pty closes.
-  void run_until_stopped(const volatile std::sig_atomic_t& stop);
 
   Controller& controller() { return controller_; }
   double now_ms() const;

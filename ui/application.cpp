@@ -16,16 +16,14 @@ namespace nerit::ui {
 
 Application::Application(Options options)
     : options_(std::move(options)),
-      timers_([this](const std::function<void()>& h) { run(h); }),
-      comm_(PortNumbering(options_.ports, options_.simulator_device),
-            [this](const std::function<void()>& h) { run(h); }),
+      timers_(runner()),
+      comm_(PortNumbering(options_.ports, options_.simulator_device), runner()),
       platform_{comm_,   timers_,
                 pump_,   options_.dialogs ? *options_.dialogs : static_cast<Dialogs&>(qt_dialogs_),
                 clock_,  locale_,
                 windows_} {
   program_ = std::make_unique<Program>(platform_, options_.program_folder);
-  main_ = std::make_unique<MainWindow>(program_->form1,
-                                       [this](const std::function<void()>& h) { run(h); });
+  main_ = std::make_unique<MainWindow>(program_->form1, runner());
   main_->on_close = [this] { run([this] { program_->form1.shell.Form_Unload(); }); };
   pump_.before_wait = [this] {
     comm_.send_pending();  // the request goes out before the window repaints
@@ -41,9 +39,7 @@ Application::Application(Options options)
   };
   windows_.factories[FormId::Form3] = [] { return make_empty_form("Basesettings", {640, 480}); };
   windows_.factories[FormId::Form2] = [] { return make_empty_form("Firmwareupdate", {420, 220}); };
-  windows_.factories[FormId::Form5] = [this] {
-    return new Form5Window(program_->form5, [this](const std::function<void()>& h) { run(h); });
-  };
+  windows_.factories[FormId::Form5] = [this] { return new Form5Window(program_->form5, runner()); };
   windows_.on_end = [this] { end_program(); };
 
   connect(qApp, &QGuiApplication::focusWindowChanged, this,
@@ -111,6 +107,7 @@ void Application::run(const std::function<void()>& handler) {
 void Application::refresh() {
   stale_ = false;
   if (main_) main_->refresh();
+  if (auto* graph = dynamic_cast<Form5Window*>(windows_.widget(FormId::Form5))) graph->refresh();
 }
 
 void Application::end_program() {

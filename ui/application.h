@@ -2,7 +2,6 @@
 // The running program: the Qt platform, every window's models and handlers, and the widgets.
 // Every handler runs through run(): fault boundary first, then the windows show the result.
 #include <QObject>
-#include <QPointer>
 #include <filesystem>
 #include <memory>
 
@@ -40,6 +39,9 @@ class Application : public QObject {
   bool closing() const { return pump_.closing; }
 
  private:
+  HandlerRunner runner() {
+    return [this](const std::function<void()>& h) { run(h); };
+  }
   void end_program();
   void focus_changed(QWindow* now);
 

@@ -33,7 +33,6 @@ void Bindings::on_user(Handler h) {
 }
 
 void Bindings::label(QLabel* w, const Label& m) {
-  w->setAutoFillBackground(true);
   refreshers_.push_back([w, &m] {
     if (w->text() != qs(m.caption)) w->setText(qs(m.caption));
     set_back_color(w, m.back_color, QPalette::Window);
@@ -51,9 +50,8 @@ void Bindings::button(QPushButton* w, const CommandButton& m, Handler click) {
 }
 
 void Bindings::check(QCheckBox* w, CheckBox& m, Handler click) {
-  QObject::connect(w, &QCheckBox::clicked, w, [this, w, &m, click](bool checked) {
+  QObject::connect(w, &QCheckBox::clicked, w, [this, &m, click](bool checked) {
     m.value = checked ? 1 : 0;
-    (void)w;
     on_user(click);
   });
   refreshers_.push_back([w, &m] {

@@ -25,6 +25,7 @@ class Bindings {
  public:
   explicit Bindings(HandlerRunner run) : run_(std::move(run)) {}
 
+  // The back colour shows only on a label that fills its background.
   void label(QLabel* w, const Label& m);
   void button(QPushButton* w, const CommandButton& m, Handler click = {});
   void check(QCheckBox* w, CheckBox& m, Handler click = {});

@@ -7,11 +7,9 @@
 #include <QLinearGradient>
 #include <QOffscreenSurface>
 #include <QOpenGLContext>
-#include <QPointer>
 #include <QPushButton>
 #include <QVBoxLayout>
 #include <QtDataVisualization/Q3DCamera>
-#include <QtDataVisualization/Q3DInputHandler>
 #include <QtDataVisualization/Q3DScene>
 #include <QtDataVisualization/Q3DSurface>
 #include <QtDataVisualization/Q3DTheme>
@@ -83,14 +81,7 @@ bool opengl_available() {
 }
 
 Form5Window::Form5Window(Form5& form, HandlerRunner run)
-    : QWidget(nullptr, Qt::Window),
-      f_(form),
-      run_(std::move(run)),
-      bind_([this](const std::function<void()>& h) {
-        const QPointer<Form5Window> self(this);
-        run_(h);
-        if (self) self->refresh();
-      }) {
+    : QWidget(nullptr, Qt::Window), f_(form), bind_(run) {
   setWindowTitle("Graph");
   resize(800, 600);
   auto* layout = new QVBoxLayout(this);
@@ -106,8 +97,8 @@ Form5Window::Form5Window(Form5& form, HandlerRunner run)
   bind_.button(Command1, f_.Command1, [this] { f_.Command1_Click(); });
   bind_.button(Command2, f_.Command2, [this] { f_.Command2_Click(); });
 
-  run_([this] { f_.Form_Load(); });
-  refresh();
+  run([this] { f_.Form_Load(); });
+  refresh();  // not yet among the windows the program refreshes
 }
 
 QWidget* Form5Window::build_graph() {

@@ -24,6 +24,7 @@ class Form5Window : public QWidget {
  public:
   // Runs the window's load through `run`.
   Form5Window(Form5& form, HandlerRunner run);
+  // The program calls it after every handler, with the main window's.
   void refresh();
 
   // For tests and screenshots.
@@ -38,7 +39,6 @@ class Form5Window : public QWidget {
   void reset_camera();
 
   Form5& f_;
-  HandlerRunner run_;
   Bindings bind_;
   Q3DSurface* graph_ = nullptr;
   QLabel* notice_ = nullptr;

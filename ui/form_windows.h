@@ -1,6 +1,6 @@
 #pragma once
-// The firmware, base-settings and graph windows. Their contents arrive with their features;
-// until then each opens as an empty window with its title.
+// The firmware and base-settings windows. Their contents arrive with their features; until
+// then each opens as an empty window with its title.
 #include <QWidget>
 
 namespace nerit::ui {

@@ -34,7 +34,7 @@ QVariant GridModel::data(const QModelIndex& index, int role) const {
     case Qt::DisplayRole:
       return QString::fromStdString(cell.text);
     case Qt::BackgroundRole:
-      if (cell.fixed) return QBrush(palette.color(QPalette::Button));
+      if (cell.fixed) return QBrush(to_qcolor(kButtonFace, palette));
       if (cell.selected) return QBrush(palette.color(QPalette::Active, QPalette::Highlight));
       return QBrush(to_qcolor(cell.back, palette));
     case Qt::ForegroundRole:

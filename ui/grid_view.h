@@ -39,7 +39,6 @@ class GridModel : public QAbstractTableModel {
   };
   Look look_now() const;
   Cell cell_now(int r, int c) const;
-  void emit_changed(const std::vector<QModelIndex>& changed);
 
   const Grid& grid_;
   int rows_ = 0, cols_ = 0;

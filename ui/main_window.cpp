@@ -6,7 +6,6 @@
 #include <QMenuBar>
 #include <QSplitter>
 #include <QStackedWidget>
-#include <QStatusBar>
 #include <QVBoxLayout>
 
 namespace nerit::ui {
@@ -15,6 +14,7 @@ namespace {
 
 QLabel* status_label(QWidget* parent, int min_width) {
   auto* l = new QLabel(parent);
+  l->setAutoFillBackground(true);  // shows the model's back colour
   l->setAlignment(Qt::AlignCenter);
   l->setMinimumWidth(min_width);
   l->setFrameShape(QFrame::Panel);
@@ -65,13 +65,10 @@ MainWindow::MainWindow(Form1& form, HandlerRunner run, QWidget* parent)
   setCentralWidget(central);
 
   bind_.custom([this] {
-    if (shown_caption_ != f_.c.caption) {
-      shown_caption_ = f_.c.caption;
-      setWindowTitle(QString::fromStdString(shown_caption_));
-    }
+    const QString title = QString::fromStdString(f_.c.caption);
+    if (windowTitle() != title) setWindowTitle(title);
   });
   resize(1560, 920);
-  refresh();
 }
 
 void MainWindow::refresh() {
@@ -275,7 +272,6 @@ QGroupBox* MainWindow::build_map(QWidget* parent, MapId map) {
   if (map == MapId::Correction) {
     auto* caption = new QLabel(box);
     bind_.label(caption, c.load_type_label);
-    caption->setAutoFillBackground(false);
     under->addWidget(caption);
     w_.Combo1 = new QComboBox(box);
     w_.Combo1->setMinimumWidth(200);
@@ -361,13 +357,11 @@ QWidget* MainWindow::build_panels() {
   auto* airflow = new QFormLayout(w_.Frame1[kPanelAirflowOutput]);
   auto* input_label = new QLabel(w_.Frame1[kPanelAirflowOutput]);
   bind_.label(input_label, f_.c.Label1);
-  input_label->setAutoFillBackground(false);
   w_.Combo3 = new QComboBox(w_.Frame1[kPanelAirflowOutput]);
   bind_.combo(w_.Combo3, f_.c.Combo3);
   airflow->addRow(input_label, w_.Combo3);
   auto* clamp_label = new QLabel(w_.Frame1[kPanelAirflowOutput]);
   bind_.label(clamp_label, f_.c.clamp_label);
-  clamp_label->setAutoFillBackground(false);
   auto* clamp = new QLineEdit(w_.Frame1[kPanelAirflowOutput]);
   bind_.text(clamp, f_.c.Text1);
   airflow->addRow(clamp_label, clamp);
@@ -383,7 +377,6 @@ QWidget* MainWindow::build_panels() {
     auto* value = new QLabel(w_.Frame1[kPanelAccelerationFuel]);
     value->setMinimumWidth(32);
     bind_.label(value, f_.c.Label8[static_cast<std::size_t>(i)]);
-    value->setAutoFillBackground(false);
     line->addWidget(bar, 1);
     line->addWidget(value);
     accel->addRow(captions[i], line);

@@ -83,7 +83,6 @@ class MainWindow : public QMainWindow {
   MapEditKeys correction_keys_;
   MapEditKeys airflow_keys_;
   Widgets w_;
-  std::string shown_caption_;
 };
 
 }  // namespace nerit::ui

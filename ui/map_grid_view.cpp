@@ -4,6 +4,8 @@
 #include <QMouseEvent>
 #include <algorithm>
 
+#include "maps/cell_editor.h"
+
 namespace nerit::ui {
 
 namespace {
@@ -11,11 +13,11 @@ namespace {
 int button_code(Qt::MouseButton b) {
   switch (b) {
     case Qt::LeftButton:
-      return 1;
+      return kLeftButton;
     case Qt::RightButton:
-      return 2;
+      return kRightButton;
     case Qt::MiddleButton:
-      return 4;
+      return kMiddleButton;
     default:
       return 0;
   }
@@ -58,7 +60,7 @@ void MapGridView::mouseDoubleClickEvent(QMouseEvent* event) {
 
 void MapGridView::mouseMoveEvent(QMouseEvent* event) {
   event->accept();
-  if (!pressed_.contains(1) || !(event->buttons() & Qt::LeftButton)) return;
+  if (!pressed_.contains(kLeftButton) || !(event->buttons() & Qt::LeftButton)) return;
   const auto [r, c] = body_cell_at(event->position().toPoint());
   if (r == grid_.row_sel && c == grid_.col_sel) return;
   grid_.row_sel = r;

@@ -1,23 +1,25 @@
 #include "ui/map_keys.h"
 
+#include "maps/cell_editor.h"
+
 namespace nerit::ui {
 
 int key_code(const QKeyEvent& event) {
   const int key = event.key();
   switch (key) {
     case Qt::Key_Left:
-      return 37;
+      return kKeyLeft;
     case Qt::Key_Up:
-      return 38;
+      return kKeyUp;
     case Qt::Key_Right:
-      return 39;
+      return kKeyRight;
     case Qt::Key_Down:
-      return 40;
+      return kKeyDown;
     case Qt::Key_Return:
     case Qt::Key_Enter:
-      return 13;
+      return kKeyReturn;
     case Qt::Key_Backspace:
-      return 8;
+      return kKeyBack;
     case Qt::Key_Home:
       return 36;
     case Qt::Key_End:

@@ -5,8 +5,8 @@
 
 namespace nerit::ui {
 
-// Left 37, Up 38, Right 39, Down 40, Return/Enter 13, Backspace 8, letters by their upper-case
-// code, digits 48-57, Home 36, End 35, Delete 46; anything else 0.
+// The handlers' key codes (maps/cell_editor.h) for the arrows, Return/Enter and Backspace,
+// letters by their upper-case code, digits 48-57, Home 36, End 35, Delete 46; anything else 0.
 int key_code(const QKeyEvent& event);
 // The typed character when it is one printable ASCII character, backspace or CR; else 0.
 char key_char(const QKeyEvent& event);

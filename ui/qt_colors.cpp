@@ -4,14 +4,14 @@ namespace nerit::ui {
 
 QColor to_qcolor(Color c, const QPalette& palette) {
   if (is_system_color(c)) {
-    switch (c & 0xFF) {
-      case 0x05:
+    switch (c) {
+      case kWindowBackground:
         return palette.color(QPalette::Base);
-      case 0x08:
+      case kWindowText:
         return palette.color(QPalette::Text);
-      case 0x0F:
+      case kButtonFace:
         return palette.color(QPalette::Button);
-      case 0x12:
+      case kButtonText:
         return palette.color(QPalette::ButtonText);
       default:
         return palette.color(QPalette::Window);

@@ -83,7 +83,6 @@ std::optional<LineSettings> parse_line_settings(const std::string& text) {
 
 QtSerialPort::QtSerialPort(PortNumbering ports, HandlerRunner run, QObject* parent)
     : QObject(parent), ports_(std::move(ports)), run_(std::move(run)) {
-  line_ = *parse_line_settings(settings_);
   connect(&port_, &QSerialPort::readyRead, this, [this] { received(); });
   connect(&port_, &QSerialPort::errorOccurred, this,
           [this](QSerialPort::SerialPortError e) { failed(e); });
@@ -105,8 +104,7 @@ void QtSerialPort::set_settings(const std::string& settings) {
   const std::optional<LineSettings> line = parse_line_settings(settings);
   if (!line) throw SerialError("Invalid settings");
   settings_ = settings;
-  line_ = *line;
-  if (port_.isOpen() && !apply(line_)) {
+  if (port_.isOpen() && !apply(*line)) {
     const std::string text = port_.errorString().toStdString();
     port_.clearError();
     throw SerialError(text);
@@ -133,7 +131,7 @@ void QtSerialPort::set_port_open(bool open) {
   if (device.empty()) throw SerialError("Device unavailable");
 
   port_.setPortName(QString::fromStdString(device));
-  apply(line_);
+  apply(*parse_line_settings(settings_));  // set_settings let only valid settings in
   port_.setReadBufferSize(0);
   if (!port_.open(QIODevice::ReadWrite)) {
     const std::string text = port_.errorString().toStdString();

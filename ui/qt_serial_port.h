@@ -63,7 +63,6 @@ class QtSerialPort : public QObject, public SerialPort {
   HandlerRunner run_;
   int number_ = 1;
   std::string settings_ = "9600,N,8,1";
-  LineSettings line_;
   int event_ = 0;
   std::string open_device_;
   std::uint64_t consumed_ = 0;  // bytes handed out by input() since opening
