@@ -51,27 +51,7 @@ class LinkFixture : public ::testing::Test {
     };
   }
 
-  // The button's colour each time the controller received a frame.
-  void record_colour(const CommandButton& button) {
-    peer.answer = [this, inner = peer.answer, &button](const ScriptedPeer::Frame& fr) {
-      colours.push_back(button.back_color);
-      return inner ? inner(fr) : std::nullopt;
-    };
-  }
-
   std::string frame_text(std::size_t i) const { return peer.frames.at(i).bytes; }
-
-  // The link as the window shows it: "caption colour|caption|caption|port|..." with the port
-  // open or closed, Combo2 and Check1 when enabled, and the connected flag.
-  std::string face() const {
-    const auto& l = f.c.Label4;
-    const std::map<Color, std::string> names{{kRed, "red"}, {kGreen, "green"}, {kYellow, "yellow"}};
-    const auto colour = names.find(l[0].back_color);
-    return l[0].caption + " " + (colour == names.end() ? "?" : colour->second) + "|" +
-           l[1].caption + "|" + l[2].caption + (fp.comm.port_open() ? "|open" : "|closed") +
-           (f.c.Combo2.enabled ? "|Combo2" : "") + (f.c.Check1.enabled ? "|Check1" : "") +
-           "|connected " + std::to_string(f.vars.connected);
-  }
 
   FakePlatform fp;
   TempFolder folder;
@@ -79,7 +59,6 @@ class LinkFixture : public ::testing::Test {
   Form1& f = program.form1;
   ScriptedPeer peer{fp.comm};
   std::map<int, std::uint8_t> memory;  // controller memory by address (missing = 0)
-  std::vector<Color> colours;
 };
 
 }  // namespace nerit::testing

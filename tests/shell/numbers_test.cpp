@@ -18,37 +18,27 @@ constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 constexpr double kInf = std::numeric_limits<double>::infinity();
 
 // 0.49999999999999994 is where floor(x + 0.5) gives 1; 4503599627370495.5 is 2^52 - 0.5.
-TEST(Numbers, RoundHalfEvenTiesBothWays) {
-  const struct {
-    double in, out;
-  } cases[] = {
-      {2.5, 2}, {3.5, 4}, {-2.5, -2}, {-3.5, -4},   {0.5, 0},     {1.5, 2},
-      {2.4, 2}, {2.6, 3}, {-2.6, -3}, {254.5, 254}, {255.5, 256}, {1e300, 1e300},
+TEST(Numbers, RoundHalfEvenAndConversionsOverflowOutsideTheirRange) {
+  const std::pair<double, double> rounded[] = {
+      {2.5, 2}, {3.5, 4}, {-2.5, -2}, {-3.5, -4}, {0.5, 0}, {2.6, 3}, {-2.6, -3}, {1e300, 1e300},
   };
-  for (const auto& c : cases) EXPECT_EQ(round_half_even(c.in), c.out) << c.in;
+  for (auto [in, out] : rounded) EXPECT_EQ(round_half_even(in), out) << in;
   EXPECT_EQ(round_half_even(0.49999999999999994), 0);
   EXPECT_EQ(round_half_even(4503599627370495.5), 4503599627370496);
   EXPECT_EQ(round_half_even(4503599627370494.5), 4503599627370494);
-  EXPECT_EQ(round_half_even(4503599627370497.0), 4503599627370497);
   EXPECT_TRUE(std::signbit(round_half_even(-0.4)));
   EXPECT_TRUE(std::isnan(round_half_even(kNaN)));
-  EXPECT_EQ(round_half_even(-kInf), -kInf);
-}
 
-TEST(Numbers, ConversionsRoundToEvenAndOverflowOutsideTheirRange) {
   for (auto [in, out] : {std::pair{255.4, 255}, {254.5, 254}, {253.5, 254}, {-0.5, 0}})
     EXPECT_EQ(to_byte(in), out) << in;
-  for (auto [in, out] :
-       {std::pair{32767.0, 32767}, {32766.5, 32766}, {-32768.5, -32768}, {-1.5, -2}})
+  for (auto [in, out] : {std::pair{32766.5, 32766}, {-32768.5, -32768}, {-1.5, -2}})
     EXPECT_EQ(to_int16(in), out) << in;
-  for (auto [in, out] :
-       {std::pair{2147483646.5, 2147483646}, {-2147483648.5, INT32_MIN}, {100000.5, 100000}})
+  for (auto [in, out] : {std::pair{2147483646.5, 2147483646}, {-2147483648.5, INT32_MIN}})
     EXPECT_EQ(to_int32(in), out) << in;
-  for (double bad : {255.5, 256.0, -0.6, kNaN, kInf})
-    EXPECT_THROW(to_byte(bad), OverflowError) << bad;
-  for (double bad : {32767.5, 32768.0, -32768.6, -32769.0, -kInf})
+  for (double bad : {255.5, 256.0, -0.6, kNaN}) EXPECT_THROW(to_byte(bad), OverflowError) << bad;
+  for (double bad : {32767.5, 32768.0, -32768.6, -kInf})
     EXPECT_THROW(to_int16(bad), OverflowError) << bad;
-  for (double bad : {2147483647.5, 2147483648.0, -2147483649.0, 1e300, kNaN})
+  for (double bad : {2147483647.5, 2147483648.0, -2147483649.0, kNaN})
     EXPECT_THROW(to_int32(bad), OverflowError) << bad;
   EXPECT_EQ(whole_part(-12.7), -12);
   EXPECT_EQ(floor_part(-12.7), -13);
@@ -61,10 +51,9 @@ TEST(Numbers, ValReadsTheLeadingNumberOnly) {
     const char* text;
     double value;
   } cases[] = {
-      {"12,5", 12}, {"-", 0},       {"", 0},          {"1e3", 1},    {"  -7.25x", -7.25},
-      {".5", 0.5},  {"1.2.3", 1.2}, {"+5", 5},        {"- 5", 0},    {"abc", 0},
-      {"007", 7},   {"3.", 3},      {"\t 42", 42},    {"12 34", 12}, {"-.5", -0.5},
-      {"--5", 0},   {"\n5", 0},     {"191.5", 191.5},
+      {"12,5", 12},  {"-", 0},       {"", 0},    {"1e3", 1},       {"  -7.25x", -7.25},
+      {".5", 0.5},   {"1.2.3", 1.2}, {"+5", 5},  {"- 5", 0},       {"\t 42", 42},
+      {"-.5", -0.5}, {"--5", 0},     {"\n5", 0}, {"191.5", 191.5},
   };
   for (const auto& c : cases) EXPECT_EQ(val(c.text), c.value) << '"' << c.text << '"';
   EXPECT_EQ(val("0.30000000000000004"), 0.30000000000000004);
@@ -74,21 +63,15 @@ TEST(Numbers, ValReadsTheLeadingNumberOnly) {
   EXPECT_THROW(val("1" + std::string(400, '0')), OverflowError);
 }
 
-TEST(Numbers, NumberTextAndTheValueThroughIt) {
-  const struct {
-    double value;
-    const char* text;
-  } cases[] = {
-      {12, "12"},         {0.5, "0.5"},         {1e20, "1E+20"},
-      {-0.0, "0"},        {-1234.5, "-1234.5"}, {1e15, "1E+15"},
-      {0.0001, "0.0001"}, {0.00001, "1E-05"},   {-2.5e-7, "-2.5E-07"},
+TEST(Numbers, NumberTextTwoDecimalsAndHex) {
+  const std::pair<double, const char*> texts[] = {
+      {12, "12"},           {0.5, "0.5"},       {1e15, "1E+15"},       {-0.0, "0"},
+      {-1234.5, "-1234.5"}, {0.0001, "0.0001"}, {-2.5e-7, "-2.5E-07"}, {0.1 + 0.2, "0.3"},
   };
-  for (const auto& c : cases) EXPECT_EQ(number_text(c.value), c.text) << c.value;
-  EXPECT_EQ(number_text(50 * 1.27 + 128), "191.5");
-  EXPECT_EQ(number_text(0.1 + 0.2), "0.3");
-  EXPECT_EQ(number_text(123456789012345678.0), "1.23456789012346E+17");
-  EXPECT_EQ(number_text(999999999999999), "999999999999999");
+  for (auto [value, text] : texts) EXPECT_EQ(number_text(value), text) << value;
   EXPECT_EQ(number_text(2.0 / 3), "0.666666666666667");
+  EXPECT_EQ(number_text(999999999999999), "999999999999999");
+  EXPECT_EQ(number_text(123456789012345678.0), "1.23456789012346E+17");
   EXPECT_EQ(number_text(-1234.25, ','), "-1234,25");  // the locale's decimal comma
   EXPECT_EQ(number_text(1.5e300, ','), "1,5E+300");
   const double noisy = 49 * 1.27 + 128, below_half = 330 * 2.55 + 128;  // 969.4999999999999
@@ -96,46 +79,31 @@ TEST(Numbers, NumberTextAndTheValueThroughIt) {
   EXPECT_EQ(through_text(noisy), 190.23);
   EXPECT_EQ(round_half_even(below_half), 969);
   EXPECT_EQ(round_half_even(through_text(below_half)), 970);
-  EXPECT_EQ(through_text(123456789012345678.0), 1.23456789012346e17);
   for (double bad : {kNaN, kInf}) {
     EXPECT_THROW(number_text(bad), OverflowError);
     EXPECT_THROW(through_text(bad), OverflowError);
   }
-}
 
-// The double of 2.345 lies just below it; 15 digits make 1.0049999999999999 1.005 first.
-TEST(Numbers, TwoDecimals) {
-  const struct {
-    double value;
-    const char* text;
-  } cases[] = {
-      {4.1375, "4.14"},   {2.345, "2.35"},    {0, "0.00"},       {-0.0, "0.00"},   {-0.004, "0.00"},
-      {-0.005, "-0.01"},  {0.125, "0.13"},    {-0.125, "-0.13"}, {2.675, "2.68"},  {0.995, "1.00"},
-      {99.995, "100.00"}, {-9.999, "-10.00"}, {1e-20, "0.00"},   {0.0449, "0.04"},
+  // The double of 2.345 lies just below it; 15 digits make 1.0049999999999999 1.005 first.
+  const std::pair<double, const char*> two_decimals[] = {
+      {2.345, "2.35"}, {0, "0.00"},        {-0.004, "0.00"}, {-0.005, "-0.01"},
+      {0.125, "0.13"}, {99.995, "100.00"}, {0.0449, "0.04"},
   };
-  for (const auto& c : cases) EXPECT_EQ(format_0_00(c.value, '.'), c.text) << c.value;
-  EXPECT_EQ(format_0_00(1234567.891, '.'), "1234567.89");
+  for (auto [value, text] : two_decimals) EXPECT_EQ(format_0_00(value, '.'), text) << value;
   EXPECT_EQ(format_0_00(1.0049999999999999, '.'), "1.01");
   EXPECT_EQ(format_0_00(1e20, '.'), "100000000000000000000.00");
   EXPECT_EQ(format_0_00(123456789012345678.0, '.'), "123456789012346000.00");
   EXPECT_EQ(format_0_00(-12.5, ','), "-12,50");
-  EXPECT_EQ(format_0_00(-0.001, ','), "0,00");
   EXPECT_THROW(format_0_00(kNaN, '.'), OverflowError);
-}
 
-TEST(Numbers, Hex) {
-  const struct {
-    double value;
-    const char* text;
-  } cases[] = {
-      {0, "0"},      {255, "FF"},        {0x250, "250"},       {4095.4, "FFF"},
-      {254.5, "FE"}, {255.5, "100"},     {65536, "10000"},     {-0.5, "0"},
-      {-1, "FFFF"},  {-32768.5, "8000"}, {-32769, "FFFF7FFF"},
+  const std::pair<double, const char*> hex[] = {
+      {0, "0"},     {255, "FF"},        {254.5, "FE"},        {255.5, "100"},
+      {-1, "FFFF"}, {-32768.5, "8000"}, {-32769, "FFFF7FFF"},
   };
-  for (const auto& c : cases) EXPECT_EQ(hex_text(c.value), c.text) << c.value;
+  for (auto [value, text] : hex) EXPECT_EQ(hex_text(value), text) << value;
   EXPECT_EQ(hex_text(-2147483648.0), "80000000");
   EXPECT_EQ(hex_text(2147483647), "7FFFFFFF");
-  for (double bad : {2147483647.5, 4294967295.0, -2147483649.0, kNaN})
+  for (double bad : {2147483647.5, -2147483649.0, kNaN})
     EXPECT_THROW(hex_text(bad), OverflowError) << bad;
 }
 
@@ -147,16 +115,14 @@ TEST(ClockTexts, PatternsTokensLiteralsAndQuotes) {
     }
   };
   check({2026, 11, 15, 23, 19, 28},
-        {"dd.MM.yyyy|15.11.2026", "HH:mm:ss|23:19:28", "M/d/yyyy|11/15/2026",
-         "h:mm:ss AP|11:19:28 PM", "yy|26", "yyy|2026", "A|PM", "a|pm", "Ap|PM", "'Uhr' HH|Uhr 23",
-         "HH'h'mm|23h19", "''HH''|'23'", "'it''s' H|it's 23", "'dd MM yyyy'|dd MM yyyy",
-         "HH 'open|23 open", "[d] x|[15] x", "|"});
-  check({2026, 1, 5, 7, 3, 9}, {"dd.MM.yyyy|05.01.2026", "HH:mm:ss|07:03:09", "M/d/yyyy|1/5/2026",
-                                "h:mm:ss AP|7:03:09 AM", "MMM|01", "ap|am", "H m s|7 3 9"});
-  check({2026, 1, 5, 0, 0, 0}, {"h:mm:ss AP|12:00:00 AM", "H|0", "hh|12"});
+        {"dd.MM.yyyy|15.11.2026", "HH:mm:ss|23:19:28", "h:mm:ss AP|11:19:28 PM", "yy|26", "a|pm",
+         "'Uhr' HH|Uhr 23", "''HH''|'23'", "'it''s' H|it's 23", "HH 'open|23 open", "[d] x|[15] x",
+         "|"});
+  check({2026, 1, 5, 7, 3, 9},
+        {"dd.MM.yyyy|05.01.2026", "M/d/yyyy|1/5/2026", "h:mm:ss AP|7:03:09 AM", "H m s|7 3 9"});
+  check({2026, 1, 5, 0, 0, 0}, {"h:mm:ss AP|12:00:00 AM", "H|0"});
   check({2026, 1, 5, 12, 0, 0}, {"h:mm:ss AP|12:00:00 PM"});
-  check({2005, 1, 1, 13, 5, 0}, {"hh:mm ap|01:05 pm", "yy|05", "y|5"});
-  check({987, 1, 1, 0, 0, 0}, {"yyyy|0987"});
+  check({987, 1, 1, 13, 5, 0}, {"yyyy|0987", "y|87", "hh:mm ap|01:05 pm"});
 }
 
 }  // namespace

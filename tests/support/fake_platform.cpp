@@ -26,7 +26,6 @@ void FakeTimers::arm(Timer& timer) {
     // The next tick is due one interval on, even while this tick's handler still waits:
     // a timer keeps ticking inside its own handler's waits.
     if (timer.enabled() && timer.interval() > 0) arm(timer);
-    ++ticks_[&timer];
     run_handler(dialogs_, [&timer] { timer.tick(); });
   });
 }
@@ -43,8 +42,8 @@ void FakeSerialPort::arrive_after(long long delay_ms, std::string bytes, int eve
 
 void FakePump::process_events() {
   if (closing) throw ProgramClosing{};
-  if (++steps_ > max_steps) {
-    ADD_FAILURE() << "a wait ran " << max_steps << " steps without ending";
+  if (++steps_ > kMaxSteps) {
+    ADD_FAILURE() << "a wait ran " << kMaxSteps << " steps without ending";
     throw WaitNeverEnds{};
   }
   if (!clock_.run_next()) {

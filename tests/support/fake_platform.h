@@ -56,14 +56,12 @@ class FakeTimers : public TimerHost {
     if (armed_.count(&timer)) clock_.cancel(armed_[&timer]);
     armed_.erase(&timer);
   }
-  int ticks(const Timer& timer) const { return ticks_.count(&timer) ? ticks_.at(&timer) : 0; }
 
  private:
   void arm(Timer& timer);
   VirtualClock& clock_;
   Dialogs& dialogs_;
   std::map<Timer*, VirtualClock::Id> armed_;
-  std::map<const Timer*, int> ticks_;
 };
 
 // Serial ports on the virtual clock. Ports listed in `present` open; the others fail like an
@@ -137,7 +135,7 @@ class FakePump : public EventPump {
   explicit FakePump(VirtualClock& clock) : clock_(clock) {}
   void process_events() override;
   bool closing = false;
-  long long max_steps = 2'000'000;  // a wait that spins this long is a fault too
+  static constexpr long long kMaxSteps = 2'000'000;  // a wait that spins this long is a fault too
 
  private:
   VirtualClock& clock_;

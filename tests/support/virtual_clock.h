@@ -24,7 +24,6 @@ class VirtualClock {
     std::erase_if(events_, [id](const auto& e) { return e.first.second == id; });
   }
   bool idle() const { return events_.empty(); }
-  long long next_due() const { return events_.empty() ? -1 : events_.begin()->first.first; }
 
   // Advances to the earliest event and runs it; false when nothing is scheduled.
   bool run_next() {

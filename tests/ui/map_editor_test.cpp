@@ -2,17 +2,16 @@
 // editor handlers with the right model fields, and the widgets show what they did.
 #include <QApplication>
 #include <QClipboard>
+#include <QLabel>
 #include <QPushButton>
 #include <QStackedWidget>
 #include <QTest>
 
 #include "tests/ui/ui_test_support.h"
+#include "ui/form5_window.h"
 
 inline void PrintTo(const QString& s, std::ostream* os) {
   *os << '"' << s.toStdString() << '"';
-}
-inline void PrintTo(const QStringList& l, std::ostream* os) {
-  *os << '"' << l.join("|").toStdString() << '"';
 }
 
 namespace nerit::ui {
@@ -23,17 +22,17 @@ class MapEditorTest : public ProgramTest {
   MapEditorTest() { start(); }
 
   MapGridView* grid() { return w().MSFlexGrid2; }
-  QPoint at(int r, int col) { return grid()->visualRect(grid()->model()->index(r, col)).center(); }
-  void press(int r, int col, Qt::MouseButton b = Qt::LeftButton) {
-    QTest::mousePress(grid()->viewport(), b, {}, at(r, col));
+  QRect rect(int r, int col) { return grid()->visualRect(grid()->model()->index(r, col)); }
+  QPoint at(int r, int col) { return rect(r, col).center(); }
+  void press(QPoint p, Qt::MouseButton b = Qt::LeftButton) {
+    QTest::mousePress(grid()->viewport(), b, {}, p);
   }
-  void drag(QPoint to) { QTest::mouseMove(grid()->viewport(), to); }
-  void release(QPoint where, Qt::MouseButton b = Qt::LeftButton) {
-    QTest::mouseRelease(grid()->viewport(), b, {}, where);
+  void release(QPoint p, Qt::MouseButton b = Qt::LeftButton) {
+    QTest::mouseRelease(grid()->viewport(), b, {}, p);
   }
   void select(int r0, int c0, int r1, int c1) {
-    press(r0, c0);
-    drag(at(r1, c1));
+    press(at(r0, c0));
+    QTest::mouseMove(grid()->viewport(), at(r1, c1));
     release(at(r1, c1));
   }
   void set_cells(std::initializer_list<std::tuple<int, int, const char*>> cells) {
@@ -41,7 +40,11 @@ class MapEditorTest : public ProgramTest {
       for (const auto& [r, col, text] : cells) c().MSFlexGrid2.set_text(r, col, text);
     });
   }
-  QString shown(int r, int col) { return cell(grid(), r, col); }
+  QString shown(std::initializer_list<std::pair<int, int>> cells) {
+    QStringList out;
+    for (auto [r, col] : cells) out << cell(grid(), r, col);
+    return out.join("|");
+  }
   QColor back(int r, int col) {
     return grid()->model()->index(r, col).data(Qt::BackgroundRole).value<QBrush>().color();
   }
@@ -53,68 +56,48 @@ class MapEditorTest : public ProgramTest {
 };
 
 TEST_F(MapEditorTest, DragSelectsTheBlockWhereverTheButtonComesUp) {
-  const QRect area = grid()->viewport()->rect();
-  struct Case {
-    QPoint release_at;
-    std::array<int, 4> want;
-  } cases[] = {
-      {at(5, 6), {2, 3, 5, 6}},
-      {area.bottomRight() + QPoint(80, 60), {2, 3, 16, 16}},  // outside: the last body cell
-      {QPoint(-50, -50), {2, 3, 1, 1}},                       // outside: the first body cell
-  };
-  for (const Case& k : cases) {
-    press(2, 3);
-    drag(at(4, 4));
-    drag(k.release_at);
-    release(k.release_at);
-    EXPECT_EQ(block(), k.want) << k.release_at.x();
+  const QPoint outside_after = grid()->viewport()->rect().bottomRight() + QPoint(80, 60);
+  for (auto [release_at, want] : {std::pair{at(5, 6), std::array{2, 3, 5, 6}},
+                                  {outside_after, {2, 3, 16, 16}},      // the last body cell
+                                  {QPoint(-50, -50), {2, 3, 1, 1}}}) {  // the first body cell
+    press(at(2, 3));
+    QTest::mouseMove(grid()->viewport(), at(4, 4));
+    QTest::mouseMove(grid()->viewport(), release_at);
+    release(release_at);
+    EXPECT_EQ(block(), want) << release_at.x();
   }
-  press(2, 3);
-  drag(at(4, 5));
-  EXPECT_EQ(back(4, 5), QPalette().color(QPalette::Active, QPalette::Highlight));
-  EXPECT_EQ(back(3, 4), QPalette().color(QPalette::Active, QPalette::Highlight));
+  // While dragging the block shows; the editor sits over the pressed cell.
+  press(at(2, 3));
+  QTest::mouseMove(grid()->viewport(), at(4, 5));
+  const QColor highlight = QPalette().color(QPalette::Active, QPalette::Highlight);
+  EXPECT_EQ(back(4, 5), highlight);
+  EXPECT_EQ(back(3, 4), highlight);
   EXPECT_EQ(back(5, 5), QColor(Qt::white));
   EXPECT_EQ(back(4, 6), QColor(Qt::white));
+  EXPECT_EQ(back(2, 3), QColor(Qt::white));  // the current cell keeps its colours
   release(at(4, 5));
   EXPECT_TRUE(w().Text2->isVisible());
-  EXPECT_EQ(w().Text2->geometry(), grid()->visualRect(grid()->model()->index(2, 3)));
+  EXPECT_EQ(w().Text2->geometry(), rect(2, 3));
   EXPECT_EQ(w().Text2->selectedText(), "0");
 
-  // A heading cell takes no press.
-  press(0, 8);
-  release(at(0, 8));
+  select(0, 8, 0, 8);  // a heading cell takes no press
   EXPECT_EQ(block(), (std::array{2, 3, 4, 5}));
 }
 
-TEST_F(MapEditorTest, EnterWritesTheClampedValueIntoTheWholeBlockAndHidesTheEditor) {
-  select(9, 9, 9, 9);
-  QTest::keyClicks(w().Text2, "7");
-  select(2, 3, 3, 5);
-  EXPECT_EQ(shown(9, 9), "7");  // clicking away keeps what was typed
-  QTest::keyClicks(w().Text2, "150");
-  EXPECT_EQ(w().Text2->text(), "150");
-  QTest::keyClick(w().Text2, Qt::Key_Return);
-  for (int r = 2; r <= 3; ++r)
-    for (int col = 3; col <= 5; ++col) EXPECT_EQ(shown(r, col), "100") << r << "," << col;
-  EXPECT_EQ(shown(2, 6), "0");
-  EXPECT_EQ(shown(4, 3), "0");
-  EXPECT_TRUE(w().Text2->isHidden());
-}
-
-TEST_F(MapEditorTest, KeysInTheEditorMoveAndStepLikeTheHandlersSay) {
+// Each key reaches the handler with its code and character; the editor follows the cell.
+TEST_F(MapEditorTest, KeysInTheEditorReachTheHandlers) {
   struct Case {
-    const char* name;
     Qt::Key key;
     QString text;
     int want_row, want_col;
     QString want_text;
   } cases[] = {
-      {"d steps up", Qt::Key_D, "d", 7, 16, "43"},
-      {"A steps down", Qt::Key_A, "A", 7, 16, "41"},
-      {"( is not Down", Qt::Key_ParenLeft, "(", 7, 16, "42"},
-      {"% is not Left", Qt::Key_Percent, "%", 7, 16, "42"},
-      {"Right wraps", Qt::Key_Right, "", 7, 1, "0"},
-      {"Down", Qt::Key_Down, "", 8, 16, "0"},
+      {Qt::Key_D, "d", 7, 16, "43"},          // up
+      {Qt::Key_A, "A", 7, 16, "41"},          // down
+      {Qt::Key_ParenLeft, "(", 7, 16, "42"},  // not Down, whose key code is 40 too
+      {Qt::Key_Right, "", 7, 1, "0"},         // wraps
+      {Qt::Key_Down, "", 8, 16, "0"},
+      {Qt::Key_Return, "\r", 7, 16, ""},  // commits and closes
   };
   for (const Case& k : cases) {
     app->run([&] { form().editor.close_box(MapId::Correction); });
@@ -122,26 +105,23 @@ TEST_F(MapEditorTest, KeysInTheEditorMoveAndStepLikeTheHandlersSay) {
     select(7, 16, 7, 16);
     QKeyEvent key(QEvent::KeyPress, k.key, Qt::NoModifier, k.text);
     QApplication::sendEvent(w().Text2, &key);
-    EXPECT_EQ(c().MSFlexGrid2.row, k.want_row) << k.name;
-    EXPECT_EQ(c().MSFlexGrid2.col, k.want_col) << k.name;
-    EXPECT_EQ(w().Text2->text(), k.want_text) << k.name;
-    EXPECT_EQ(w().Text2->geometry(),
-              grid()->visualRect(grid()->model()->index(k.want_row, k.want_col)))
-        << k.name;
+    EXPECT_EQ(c().MSFlexGrid2.row, k.want_row) << k.text.toStdString();
+    EXPECT_EQ(c().MSFlexGrid2.col, k.want_col) << k.text.toStdString();
+    EXPECT_EQ(w().Text2->isVisible() ? w().Text2->text() : "", k.want_text) << k.key;
+    EXPECT_EQ(w().Text2->geometry(), rect(k.want_row, k.want_col)) << k.key;
   }
 }
 
-TEST_F(MapEditorTest, RightPressShowsTheCommandFrameAndInterpolateRowsHidesIt) {
+TEST_F(MapEditorTest, RightPressShowsTheCommandFrameThereAndItsButtonsRunTheBlockCommands) {
   set_cells({{2, 2, "10"}, {2, 6, "50"}});
   select(2, 2, 2, 6);
-  press(2, 6, Qt::RightButton);
+  press(at(2, 6), Qt::RightButton);
   release(at(2, 6), Qt::RightButton);
   ASSERT_TRUE(w().Frame6->isVisible());
-  const QPoint pressed_at = grid()->viewport()->mapTo(&app->main_window(), at(2, 6));
-  EXPECT_EQ(w().Frame6->pos(), pressed_at);
-  QTest::mouseClick(w().Command13, Qt::LeftButton);
+  EXPECT_EQ(w().Frame6->pos(), grid()->viewport()->mapTo(&app->main_window(), at(2, 6)));
+  QTest::mouseClick(w().Command13, Qt::LeftButton);  // interpolate rows
   EXPECT_TRUE(w().Frame6->isHidden());
-  EXPECT_EQ((QStringList{shown(2, 3), shown(2, 4), shown(2, 5)}), (QStringList{"20", "30", "40"}));
+  EXPECT_EQ(shown({{2, 3}, {2, 4}, {2, 5}}), "20|30|40");
 }
 
 TEST_F(MapEditorTest, CopyPasteUndoAndRedoGoThroughTheClipboardAndTheHistory) {
@@ -149,39 +129,26 @@ TEST_F(MapEditorTest, CopyPasteUndoAndRedoGoThroughTheClipboardAndTheHistory) {
   select(1, 1, 1, 2);
   QTest::keyClick(w().Text2, Qt::Key_C, Qt::ControlModifier);
   EXPECT_EQ(QGuiApplication::clipboard()->text(), "5\t-7");
-
-  press(4, 4);
-  release(at(4, 4));
+  select(4, 4, 4, 4);
   QTest::keyClick(w().Text2, Qt::Key_V, Qt::ControlModifier);
-  EXPECT_EQ((QStringList{shown(4, 4), shown(4, 5)}), (QStringList{"5", "-7"}));
+  EXPECT_EQ(shown({{4, 4}, {4, 5}}), "5|-7");
   EXPECT_TRUE(w().Text2->isHidden());
-
-  struct Case {
-    Qt::KeyboardModifiers mods;
-    Qt::Key key;
-    QStringList want;
-  } cases[] = {
-      {Qt::ControlModifier, Qt::Key_Z, {"0", "0"}},
-      {Qt::ControlModifier, Qt::Key_Y, {"5", "-7"}},
-      {Qt::ControlModifier, Qt::Key_Z, {"0", "0"}},
-      {Qt::ControlModifier | Qt::ShiftModifier, Qt::Key_Z, {"5", "-7"}},
-  };
-  for (const Case& k : cases) {
-    QTest::keyClick(grid(), k.key, k.mods);
-    EXPECT_EQ((QStringList{shown(4, 4), shown(4, 5)}), k.want) << k.key << " " << k.mods;
+  // The keys on the grid itself, the editor being closed.
+  for (auto [key, mods, want] :
+       {std::tuple{Qt::Key_Z, Qt::KeyboardModifiers(Qt::ControlModifier), "0|0"},
+        {Qt::Key_Y, Qt::ControlModifier, "5|-7"},
+        {Qt::Key_Z, Qt::ControlModifier, "0|0"},
+        {Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier, "5|-7"}}) {
+    QTest::keyClick(grid(), key, mods);
+    EXPECT_EQ(shown({{4, 4}, {4, 5}}), want) << key << " " << mods;
   }
 }
 
 TEST_F(MapEditorTest, MapControlsReachTheirHandlers) {
   w().Combo1->setCurrentIndex(2);
   emit w().Combo1->activated(2);  // "Analog"
-  EXPECT_EQ((QStringList{cell(grid(), 2, 0), cell(grid(), 16, 0), cell(w().MSFlexGrid3, 16, 0)}),
-            (QStringList{"333", "5000", "5000"}));
-
-  for (const char* box : {"Map Aktiv", "Aktiv"}) {
-    w().check.at(box)->click();
-    w().check.at(box)->click();
-  }
+  EXPECT_EQ(cell(grid(), 2, 0), "333");
+  for (const char* box : {"Map Aktiv", "Aktiv", "Map Aktiv", "Aktiv"}) w().check.at(box)->click();
   EXPECT_FALSE(grid()->isEnabled());
   EXPECT_FALSE(w().MSFlexGrid3->isEnabled());
   w().check.at("Map Aktiv")->click();
@@ -189,16 +156,22 @@ TEST_F(MapEditorTest, MapControlsReachTheirHandlers) {
 
   // RPM Points: the heading row takes presses and edits like the body, the panels go away.
   w().menu.at("RPM Points")->trigger();
-  EXPECT_EQ(back(0, 3), QColor(Qt::white));
   select(0, 3, 0, 3);
-  EXPECT_EQ(w().Text2->geometry(), grid()->visualRect(grid()->model()->index(0, 3)));
+  EXPECT_EQ(w().Text2->geometry(), rect(0, 3));
   EXPECT_EQ(w().Text2->text(), "1500");
   EXPECT_EQ(w().panel_stack->currentIndex(), kPanelCount);
   w().menu.at("RPM Points")->trigger();  // back: every panel visible, the last one on top
   EXPECT_EQ(w().panel_stack->currentWidget(), w().Frame1[kPanelAccelerationFuel]);
 
+  // The graph window, on a display without OpenGL: the text instead of the graph.
   QTest::mouseClick(w().GraphButton, Qt::LeftButton);
-  EXPECT_TRUE(app->windows().is_loaded(FormId::Form5));
+  auto* graph = dynamic_cast<Form5Window*>(app->windows().widget(FormId::Form5));
+  ASSERT_NE(graph, nullptr);
+  EXPECT_TRUE(graph->isVisible());
+  EXPECT_EQ(graph->graph(), nullptr);
+  ASSERT_NE(graph->notice(), nullptr);
+  EXPECT_EQ(graph->notice()->text(), "3-D graph not available: this display offers no OpenGL.");
+  EXPECT_TRUE(dialogs.shown.empty());
 }
 
 }  // namespace

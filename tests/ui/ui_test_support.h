@@ -38,8 +38,7 @@ inline void run_events_for(int ms) {
   wait_until([&] { return t.elapsed() >= ms; }, ms + 1000);
 }
 
-// A pseudo-terminal pair: the program opens the device end by its path, the test plays the
-// controller on the master end.
+// The program opens the device end by its path; the test plays the controller on the master end.
 struct Pty {
   Pty() {
     char name[256] = {};
@@ -78,13 +77,8 @@ struct Pty {
 class ProgramTest : public ::testing::Test {
  protected:
   void start(std::vector<std::string> ports = {}, std::string simulator_device = "") {
-    Application::Options options;
-    options.program_folder = folder.path();
-    options.show_splash = false;
-    options.dialogs = &dialogs;
-    options.ports = std::move(ports);
-    options.simulator_device = std::move(simulator_device);
-    app = std::make_unique<Application>(options);
+    app = std::make_unique<Application>(Application::Options{
+        folder.path(), false, &dialogs, std::move(ports), std::move(simulator_device)});
     app->start();
   }
   const MainWindow::Widgets& w() { return app->main_window().widgets(); }
