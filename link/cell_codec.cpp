@@ -39,14 +39,12 @@ std::string airflow_cell_text(std::uint8_t low, std::uint8_t high, double airflo
   const int word = high * 256 + low;
   if (word == 0) return "0";  // no period: no frequency to show
   // Every Hz in (250000 / (word + 1), 250000 / word] writes back as this word; show the one
-  // with the fewest decimals, rounded down from the upper end.
+  // with the fewest decimals, rounded down from the upper end (rounding up leaves the range).
   const double upper = kVortexTicks / word;
   for (int decimals = 0; decimals <= 12; ++decimals) {
     const double scale = std::pow(10.0, decimals);
     const std::string text = number_text(std::floor(upper * scale) / scale);
     if (word_written_back(text) == word) return text;
-    const std::string up = number_text(std::ceil(upper * scale) / scale);
-    if (word_written_back(up) == word) return up;
   }
   return number_text(upper);
 }
