@@ -6,23 +6,19 @@
 namespace nerit::testing {
 namespace {
 
-constexpr MapId kCorr = MapId::Correction;
-constexpr MapId kAir = MapId::Airflow;
-
 class EditCommandsTest : public MapFixture {};
 
-TEST_F(EditCommandsTest, CopyGivesTheBlockAsTabSeparatedRows) {
+TEST_F(EditCommandsTest, CopyAndPasteAsTabSeparatedRows) {
   grid(kCorr).set_text(2, 2, "1");
   grid(kCorr).set_text(3, 3, "-7");
   drag(kCorr, 2, 2, 3, 4);
   EXPECT_EQ(f.edits.copy_block(kCorr), "1\t0\t0\n0\t-7\t0");
   grid(kAir).set_current(1, 2);
   EXPECT_EQ(f.edits.copy_block(kAir), "0");  // the block lies on the other map: current cell
-  drag(kCorr, 3, 3, 2, 2);                  // dragged up: the cell alone
+  drag(kCorr, 3, 3, 2, 2);                   // dragged up: the cell alone
   EXPECT_EQ(f.edits.copy_block(kCorr), "-7");
-}
 
-TEST_F(EditCommandsTest, PasteClampsClipsAtTheEdgeAndSendsEachTouchedRow) {
+  // Pasted values are clamped, clipped at the edge and each touched row is sent.
   go_online();
   answer_like_controller();
   for (int r = 1; r <= 16; ++r)
@@ -33,7 +29,6 @@ TEST_F(EditCommandsTest, PasteClampsClipsAtTheEdgeAndSendsEachTouchedRow) {
   EXPECT_EQ(cells(kAir, 15, 14, 16, 16), "1000 100 5000|1000 1000 20");
   EXPECT_FALSE(box(kAir).visible);
   EXPECT_EQ(peer.addresses(), std::vector<int>({0x560, 0x570, 0x580, 0x590}));
-
   f.vars.connected = 0;
   click(kCorr, 1, 1);
   f.edits.paste_block(kCorr, "150\t-80\n");

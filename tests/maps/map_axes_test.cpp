@@ -9,17 +9,15 @@
 namespace nerit::testing {
 namespace {
 
-using Strings = std::vector<std::string>;
-
 class MapAxesTest : public MapFixture {
  protected:
-  MapAxesTest() { f.vars.pfad = folder.path(); }
-
-  std::string column0(MapId m) {
-    std::string out;
-    for (int r = 1; r <= 16; ++r) out += (r > 1 ? " " : "") + grid(m).text(r, 0);
-    return out;
+  MapAxesTest() {
+    f.vars.pfad = folder.path();
+    // "\PressureSensor.dat" as the sensor calibration writes it: Int(U x 51) for 0..250 kPa.
+    for (int p = 0; p <= 250; ++p)
+      sensor_table.push_back(static_cast<unsigned char>(std::trunc((0.00315 * p + 0.04) * 255)));
   }
+  std::string column0(MapId m) { return cells(m, 1, 0, 16, 0); }
   std::string points() {
     std::string out;
     for (int r = 1; r <= 16; ++r) out += (r > 1 ? " " : "") + std::to_string(f.c.load_points[r]);
@@ -29,61 +27,43 @@ class MapAxesTest : public MapFixture {
     f.c.Combo1.select(type);
     f.axes.Combo1_Click();
   }
-  // "\PressureSensor.dat" as the sensor calibration writes it: Int(U x 51) for 0..max kPa.
-  void write_sensor_table(double faktor, double offset, int max_p) {
-    std::vector<unsigned char> bytes;
-    for (int p = 0; p <= max_p; ++p)
-      bytes.push_back(static_cast<unsigned char>(std::trunc((faktor * p + offset) * 5 * 51)));
-    folder.write("PressureSensor.dat", bytes);
-  }
+  std::vector<unsigned char> sensor_table;
 };
 
 TEST_F(MapAxesTest, EachLoadTypeFillsHeadingsPointsAndTheAirflowMap) {
   f.vars.tps_min = 20;
   f.vars.tps_max = 230;
-  EXPECT_EQ(column0(MapId::Correction), "-- -- -- -- -- -- -- -- -- -- -- -- -- -- -- --");
 
   struct Case {
     int type;
-    const char* headings;
-    const char* points;
+    bool sensor_table;
+    const char *headings, *points;
   };
   const Case cases[] = {
-      {0, "0 6 13 20 26 33 40 46 53 60 66 73 80 86 93 100",
+      {0, false, "0|6|13|20|26|33|40|46|53|60|66|73|80|86|93|100",
        "20 34 48 62 76 90 104 118 132 146 160 174 188 202 216 230"},
-      {2, "0 333 666 1000 1333 1666 2000 2333 2666 3000 3333 3666 4000 4333 4666 5000",
+      {1, false, "0|0|0|0|0|0|0|0|0|0|0|0|0|0|0|0", "0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 0"},
+      // MPX4250: 251 kPa entries, step Int(251 / 12) = 20; past the last kPa the last one.
+      {1, true, "0|20|40|60|80|100|120|140|160|180|200|220|240|250|250|250",
+       "10 26 42 58 74 90 106 122 138 154 170 186 202 211 211 211"},
+      {2, false, "0|333|666|1000|1333|1666|2000|2333|2666|3000|3333|3666|4000|4333|4666|5000",
        "0 17 34 51 68 85 102 119 136 153 170 187 204 221 238 255"},
-      {3, "50 246 443 640 836 1033 1230 1426 1623 1820 2016 2213 2410 2606 2803 3000",
+      {3, false, "50|246|443|640|836|1033|1230|1426|1623|1820|2016|2213|2410|2606|2803|3000",
        "27762 31746 32198 32372 32463 32520 32559 32587 32608 32625 32638 32650 32659 32667 "
        "32673 32679"},
   };
   for (const Case& c : cases) {
+    if (c.sensor_table) folder.write("PressureSensor.dat", sensor_table);
     choose(c.type);
-    EXPECT_EQ(column0(MapId::Correction), c.headings) << c.type;
-    EXPECT_EQ(column0(MapId::Airflow), c.headings) << c.type;
+    EXPECT_EQ(column0(kCorr), c.headings) << c.type;
+    EXPECT_EQ(column0(kAir), c.headings) << c.type;
     EXPECT_EQ(points(), c.points) << c.type;
   }
+  EXPECT_TRUE(fp.dialogs.shown.empty());
 
   f.vars.tps_min = f.vars.tps_max = 117;  // no throttle travel: every point the same
   choose(0);
   EXPECT_EQ(points(), "117 117 117 117 117 117 117 117 117 117 117 117 117 117 117 117");
-}
-
-TEST_F(MapAxesTest, ManifoldPressureAxisComesFromTheSensorTable) {
-  write_sensor_table(0.00315, 0.04, 250);  // MPX4250: 251 kPa entries, step Int(251 / 12) = 20
-  choose(1);
-  EXPECT_EQ(column0(MapId::Correction),
-            "0 20 40 60 80 100 120 140 160 180 200 220 240 250 250 250");
-  EXPECT_EQ(column0(MapId::Airflow), column0(MapId::Correction));
-  EXPECT_EQ(points(), "10 26 42 58 74 90 106 122 138 154 170 186 202 211 211 211");
-}
-
-TEST_F(MapAxesTest, ManifoldPressureWithoutSensorTableLeavesAZeroAxis) {
-  choose(1);
-  EXPECT_EQ(column0(MapId::Correction), "0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 0");
-  EXPECT_EQ(points(), "0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 0");
-  EXPECT_TRUE(fp.dialogs.shown.empty());
-  EXPECT_FALSE(std::filesystem::exists(folder.path() / "PressureSensor.dat"));
 }
 
 TEST_F(MapAxesTest, ReadingTheLoadTypeFromTheControllerFillsTheAxis) {
@@ -93,53 +73,52 @@ TEST_F(MapAxesTest, ReadingTheLoadTypeFromTheControllerFillsTheAxis) {
   fp.comm.arrive_after(0, block.address(0x240));
   fp.pump.process_events();
   EXPECT_EQ(f.c.Combo1.list_index, 3);
-  EXPECT_EQ(grid(MapId::Airflow).text(2, 0), "246");
+  EXPECT_EQ(grid(kAir).text(2, 0), "246");
 }
 
 TEST_F(MapAxesTest, RpmPointsEditOpensTheHeadingRowAndClosingRefillsThePeriods) {
   f.vars.rpmfaktor = 30000000;
   f.c.Frame1[kPanelBoostcontrol].visible = true;
   f.axes.Drehzahlpunkte_Click();
-  EXPECT_EQ(grid(MapId::Correction).fixed_rows, 0);
+  EXPECT_EQ(grid(kCorr).fixed_rows, 0);
   for (const Frame& frame : f.c.Frame1) EXPECT_FALSE(frame.visible);
 
-  click(MapId::Correction, 0, 3);
-  type(MapId::Correction, "7000\r");
-  EXPECT_EQ(grid(MapId::Airflow).text(0, 3), "1500");  // copied only when the edit closes
+  click(kCorr, 0, 3);
+  type(kCorr, "7000\r");
+  EXPECT_EQ(grid(kAir).text(0, 3), "1500");  // copied only when the edit closes
   EXPECT_TRUE(peer.frames.empty());
 
   f.axes.Drehzahlpunkte_Click();
-  EXPECT_EQ(grid(MapId::Correction).fixed_rows, 1);
+  EXPECT_EQ(grid(kCorr).fixed_rows, 1);
   for (const Frame& frame : f.c.Frame1) EXPECT_TRUE(frame.visible);
-  EXPECT_EQ(grid(MapId::Airflow).text(0, 3), "7000");
+  EXPECT_EQ(grid(kAir).text(0, 3), "7000");
   EXPECT_EQ(f.c.rpm_points[3], 4285);  // whole part of 4285.7
   EXPECT_EQ(f.c.rpm_points[1], 60000);
   EXPECT_EQ(f.c.rpm_points[16], 3750);
-}
 
-TEST_F(MapAxesTest, RpmHeadingOfZeroFailsTheCloseWithADivisionError) {
+  // A heading of 0 fails the close.
   f.axes.Drehzahlpunkte_Click();
-  grid(MapId::Correction).set_text(0, 5, "0");
+  grid(kCorr).set_text(0, 5, "0");
   EXPECT_FALSE(run_handler(fp.dialogs, [&] { f.axes.Drehzahlpunkte_Click(); }));
-  EXPECT_EQ(fp.dialogs.boxes(), Strings{"Error|Critical|Ok|Division by zero"});
+  EXPECT_EQ(fp.dialogs.boxes(), std::vector<std::string>{"Error|Critical|Ok|Division by zero"});
 }
 
 TEST_F(MapAxesTest, LoadPointsEditRecomputesPointsFromTheNewHeadings) {
-  write_sensor_table(0.00315, 0.04, 250);
+  folder.write("PressureSensor.dat", sensor_table);
   choose(1);
   f.axes.Lastpunke_Click();
-  EXPECT_EQ(grid(MapId::Correction).fixed_cols, 0);
+  EXPECT_EQ(grid(kCorr).fixed_cols, 0);
   for (const Frame& frame : f.c.Frame1) EXPECT_FALSE(frame.visible);
 
-  click(MapId::Correction, 2, 0);
-  type(MapId::Correction, "400\r");  // clamped to the MAP range on Enter
-  click(MapId::Correction, 3, 0);
-  type(MapId::Correction, "120\r");
-  EXPECT_EQ(grid(MapId::Correction).text(2, 0), "300");
+  click(kCorr, 2, 0);
+  type(kCorr, "400\r");  // clamped to the MAP range on Enter
+  click(kCorr, 3, 0);
+  type(kCorr, "120\r");
+  EXPECT_EQ(grid(kCorr).text(2, 0), "300");
   f.axes.Lastpunke_Click();
-  EXPECT_EQ(grid(MapId::Correction).fixed_cols, 1);
+  EXPECT_EQ(grid(kCorr).fixed_cols, 1);
   for (const Frame& frame : f.c.Frame1) EXPECT_TRUE(frame.visible);
-  EXPECT_EQ(column0(MapId::Airflow), "0 300 120 60 80 100 120 140 160 180 200 220 240 250 250 250");
+  EXPECT_EQ(column0(kAir), "0|300|120|60|80|100|120|140|160|180|200|220|240|250|250|250");
   // Past the table's last kPa the sensor's top byte.
   EXPECT_EQ(points(), "10 211 106 58 74 90 106 122 138 154 170 186 202 211 211 211");
 }
@@ -150,8 +129,8 @@ TEST_F(MapAxesTest, EnableBoxesOpenAndCloseTheirMapOnRelease) {
     f.axes.Check6_MouseUp();
     f.c.Check4.value = 1 - value;
     f.axes.Check4_MouseUp();
-    EXPECT_EQ(grid(MapId::Correction).enabled, value == 1);
-    EXPECT_EQ(grid(MapId::Airflow).enabled, value == 0);
+    EXPECT_EQ(grid(kCorr).enabled, value == 1);
+    EXPECT_EQ(grid(kAir).enabled, value == 0);
   }
 }
 

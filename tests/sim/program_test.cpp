@@ -19,104 +19,80 @@
 namespace nerit::sim {
 namespace {
 
-class SimPty : public ::testing::Test {
- protected:
-  void SetUp() override {
-    if (!server_.open()) GTEST_SKIP() << "no pseudo-terminal: " << server_.error();
-    open_port();
-  }
-  void TearDown() override {
-    if (port_ >= 0) ::close(port_);
-  }
-  void open_port() {
-    port_ = ::open(server_.slave_path().c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK);
-    ASSERT_GE(port_, 0);
-    termios tio{};
-    ASSERT_EQ(tcgetattr(port_, &tio), 0);
+using Clock = std::chrono::steady_clock;
+
+int open_port(const std::string& path) {
+  const int port = ::open(path.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK);
+  termios tio{};
+  if (port >= 0 && tcgetattr(port, &tio) == 0) {
     cfmakeraw(&tio);
-    ASSERT_EQ(tcsetattr(port_, TCSANOW, &tio), 0);
+    tcsetattr(port, TCSANOW, &tio);
   }
-  // Writes `frame`, then pumps the server and reads the port until 22 bytes came or two
-  // seconds passed.
-  std::string exchange(const std::string& frame) {
-    EXPECT_EQ(::write(port_, frame.data(), frame.size()), static_cast<ssize_t>(frame.size()));
-    std::string got;
-    const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(2);
-    while (got.size() < 22 && std::chrono::steady_clock::now() < deadline) {
-      server_.pump(5);
-      char buf[256];
-      const ssize_t n = ::read(port_, buf, sizeof buf);
-      if (n > 0) got.append(buf, static_cast<std::size_t>(n));
-    }
-    return got;
-  }
-
-  PtyServer server_{test::with([](Options& o) { o.paced = true; })};
-  int port_ = -1;
-};
-
-TEST_F(SimPty, AnswersOnTheSlaveAndKeepsServingWhenThePortIsReopened) {
-  EXPECT_EQ(server_.slave_path().rfind("/dev/pts/", 0), 0u);
-  // The same bytes as the controller in the test process answers (see its command tests).
-  Controller direct;
-  EXPECT_EQ(exchange(test::short_connect()),
-            test::joined(test::exchange(direct, 0, test::short_connect(), 0)));
-  ::close(port_);
-  server_.pump(5);
-  open_port();
-  EXPECT_EQ(exchange(test::command(0x0C, 0x0240)),
-            test::joined(test::exchange(direct, 1, test::command(0x0C, 0x0240), 1)));
-  EXPECT_EQ(server_.controller().frames_received().size(), 2u);
-  EXPECT_TRUE(server_.is_open());
+  return port;
 }
 
-TEST(SimPtyVanish, PumpStopsOnceTheLineIsGone) {
-  PtyServer server(test::with([](Options& o) { o.faults.vanish_at_ms = 30; }));
-  if (!server.open()) GTEST_SKIP() << server.error();
-  const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(2);
-  while (server.pump(10) && std::chrono::steady_clock::now() < deadline) {
+// Writes `frame`, then pumps the server and reads the port until 22 bytes came or two seconds
+// passed.
+std::string exchange(PtyServer& server, int port, const std::string& frame) {
+  EXPECT_EQ(::write(port, frame.data(), frame.size()), static_cast<ssize_t>(frame.size()));
+  std::string got;
+  const auto deadline = Clock::now() + std::chrono::seconds(2);
+  while (got.size() < 22 && Clock::now() < deadline) {
+    server.pump(5);
+    char buf[256];
+    const ssize_t n = ::read(port, buf, sizeof buf);
+    if (n > 0) got.append(buf, static_cast<std::size_t>(n));
   }
-  EXPECT_FALSE(server.is_open());
-  EXPECT_EQ(server.master_fd(), -1);
-  EXPECT_TRUE(server.controller().vanished());
-  EXPECT_GE(server.now_ms(), 30);
+  return got;
+}
+
+TEST(SimPty, AnswersOnTheSlaveKeepsServingWhenReopenedAndStopsOnceTheLineIsGone) {
+  PtyServer server(test::with([](Options& o) { o.paced = true; }));
+  if (!server.open()) GTEST_SKIP() << "no pseudo-terminal: " << server.error();
+  EXPECT_EQ(server.slave_path().rfind("/dev/pts/", 0), 0u);
+  // The same bytes as the controller in the test process answers.
+  Controller direct;
+  int port = open_port(server.slave_path());
+  ASSERT_GE(port, 0);
+  EXPECT_EQ(exchange(server, port, test::short_connect()),
+            test::joined(test::exchange(direct, 0, test::short_connect(), 0)));
+  ::close(port);
+  server.pump(5);
+  port = open_port(server.slave_path());
+  EXPECT_EQ(exchange(server, port, test::command(0x0C, 0x0240)),
+            test::joined(test::exchange(direct, 1, test::command(0x0C, 0x0240), 1)));
+  ::close(port);
+  EXPECT_EQ(server.controller().frames_received().size(), 2u);
+  EXPECT_TRUE(server.is_open());
+
+  PtyServer vanishing(test::with([](Options& o) { o.faults.vanish_at_ms = 30; }));
+  ASSERT_TRUE(vanishing.open());
+  const auto deadline = Clock::now() + std::chrono::seconds(2);
+  while (vanishing.pump(10) && Clock::now() < deadline) {
+  }
+  EXPECT_FALSE(vanishing.is_open());
+  EXPECT_EQ(vanishing.master_fd(), -1);
+  EXPECT_GE(vanishing.now_ms(), 30);
 }
 
 TEST(SimCommandLine, PacesByDefaultReadsEveryOptionAndRejectsBadOnes) {
   std::string error;
   const auto plain = parse_command_line({}, error);
   ASSERT_TRUE(plain);
-  EXPECT_TRUE(plain->options.paced);
-  EXPECT_FALSE(plain->help);
+  EXPECT_TRUE(plain->options.paced && !plain->help);
   EXPECT_TRUE(parse_command_line({"-h"}, error)->help);
 
-  const auto cl =
-      parse_command_line({"--no-pacing",    "--interval", "20",           "--debug-interval=100",
-                          "--delay",        "7.5",        "--state",      "/tmp/s.bin",
-                          "--hold",         "3000",       "--firmware",   "Test",
-                          "--boot-loader",  "--drop",     "3,5",          "--drop=9",
-                          "--garbage",      "00 ff:55",   "--garbage-on", "2",
-                          "--chunk",        "4",          "--silent-at",  "900",
-                          "--silent-after", "6",          "--vanish-at",  "1200",
-                          "--vanish-after", "8"},
-                         error);
+  // The fault flags are read in the wire tests; these are the rest.
+  const auto cl = parse_command_line(
+      {"--interval", "20", "--debug-interval=100", "--state", "/tmp/s.bin", "--hold", "3000",
+       "--firmware", "Test", "--boot-loader", "--drop", "3,5", "--drop=9", "--garbage", "00 ff:55"},
+      error);
   ASSERT_TRUE(cl) << error;
   const Options& o = cl->options;
-  const Faults& f = o.faults;
-  EXPECT_FALSE(o.paced);
-  EXPECT_EQ(std::tuple(o.stream_interval_ms, o.debug_interval_ms, o.reply_delay_ms),
-            std::tuple(20, 100, 7.5));
-  EXPECT_EQ(o.state_file, "/tmp/s.bin");
-  EXPECT_EQ(o.hold_engine_at_ms, 3000);
-  EXPECT_EQ(o.firmware, "Test            ");
-  EXPECT_TRUE(o.start_in_boot_loader);
-  EXPECT_EQ(f.drop_replies, (std::set<int>{3, 5, 9}));
-  EXPECT_EQ(f.garbage, std::string("\x00\xFF\x55", 3));
-  EXPECT_EQ(f.garbage_replies, (std::set<int>{2}));
-  EXPECT_EQ(f.chunk_size, 4u);
-  EXPECT_EQ(
-      std::tuple(f.silent_from_ms, f.silent_after_replies, f.vanish_at_ms, f.vanish_after_replies),
-      std::tuple(900, 6, 1200, 8));
+  EXPECT_EQ(std::tuple(o.stream_interval_ms, o.debug_interval_ms, o.state_file, o.hold_engine_at_ms,
+                       o.firmware, o.start_in_boot_loader, o.faults.drop_replies, o.faults.garbage),
+            std::tuple(20, 100, "/tmp/s.bin", 3000, "Test            ", true,
+                       std::set<int>{3, 5, 9}, std::string("\x00\xFF\x55", 3)));
 
   for (const char* bad :
        {"--interval 0", "--interval fast", "--delay -1", "--drop 0", "--drop 2,,3", "--garbage abc",

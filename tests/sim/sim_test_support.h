@@ -17,9 +17,8 @@ inline std::string bytes(std::initializer_list<int> values) {
 
 // 0x55, code, address high, address low, 16 data bytes, 0x00, 0x0D.
 inline std::string command(std::uint8_t code, std::uint16_t address = 0, const Block& data = {}) {
-  std::string out = bytes({0x55, code, address >> 8, address & 0xFF});
-  for (std::uint8_t b : data) out.push_back(static_cast<char>(b));
-  return out + bytes({0x00, 0x0D});
+  return bytes({0x55, code, address >> 8, address & 0xFF}) + std::string(data.begin(), data.end()) +
+         bytes({0x00, 0x0D});
 }
 
 // The 20-byte connect frame of the program's second scan routine.
@@ -44,12 +43,6 @@ Options with(Set set) {
   Options o;
   set(o);
   return o;
-}
-
-inline std::vector<double> times(const std::vector<Emission>& emissions) {
-  std::vector<double> out;
-  for (const Emission& e : emissions) out.push_back(e.at_ms);
-  return out;
 }
 
 inline std::string joined(const std::vector<Emission>& emissions) {

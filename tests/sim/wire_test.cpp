@@ -2,9 +2,12 @@
 // garbage and stray start bytes, on the virtual time axis.
 #include <gtest/gtest.h>
 
+#include <iterator>
+#include <sstream>
 #include <string>
 #include <vector>
 
+#include "sim/cli_options.h"
 #include "sim/controller.h"
 #include "sim/frame_reader.h"
 #include "tests/sim/sim_test_support.h"
@@ -16,125 +19,76 @@ using test::bytes;
 using test::command;
 using test::joined;
 using test::stream_on;
-using test::times;
-using test::with;
-using Times = std::vector<double>;
 
-constexpr double kByte = 10.0 / 19200.0 * 1000.0;  // ms
-
-const Options kPaced = with([](Options& o) { o.paced = true; });
-
-void expect_times(const std::vector<Emission>& out, const Times& expected) {
-  ASSERT_EQ(out.size(), expected.size());
-  for (std::size_t i = 0; i < out.size(); ++i) EXPECT_NEAR(out[i].at_ms, expected[i], 1e-9) << i;
+// Each case: command-line flags, frames sent at their times, then all up to `until` is polled.
+TEST(SimWire, PacingDelayDropsChunksGarbageSilenceAndVanishing) {
+  constexpr double b = kByteMs;
+  const std::string hello = command(0x05), status = stream_on(1);
+  const std::string reply = bytes({0x55, 0xFD, 0, 0}) + "Nerit SIM V1.00 \r\n";
+  const std::string garbage = bytes({0x00, 0xFF, 0x55});
+  struct Case {
+    const char* flags;  // as nerit-sim takes them
+    std::vector<std::pair<double, std::string>> sends;
+    double until;
+    std::vector<double> times;
+    std::string out = "";  // all bytes sent, when checked
+  };
+  using C = Case;
+  const Case cases[] = {
+      // Paced: one reply after the other, and after the status frame on the line.
+      C("", {{100, hello + test::short_connect()}}, 200, {100 + 22 * b, 100 + 44 * b},
+        reply + reply),
+      C("", {{0, status}, {52, hello}}, 100, {50 + 22 * b, 50 + 44 * b}),
+      // The same stream mode twice keeps the beat.
+      C("--no-pacing", {{1000, status}, {1120, status}, {1210, stream_on(0)}}, 5000,
+        {1050, 1100, 1150, 1200}),
+      C("--no-pacing", {{0, stream_on(2)}, {501, stream_on(0)}}, 1000, {250, 255, 500, 505}),
+      C("--no-pacing --delay 30", {{10, hello}}, 100, {40}),
+      C("--no-pacing --drop 2,4", {{0, hello}, {1, hello}, {2, hello}, {3, hello}}, 10, {0, 2}),
+      C("--no-pacing --chunk 5", {{7, hello}}, 7, {7, 7, 7, 7, 7}, reply),
+      C("--no-pacing --chunk 5", {{8, status}}, 58, {58, 58, 58, 58, 58}),
+      C("--chunk 8", {{100, hello}}, 200, {100 + 8 * b, 100 + 16 * b, 100 + 22 * b}),
+      C("--no-pacing --garbage 00FF55 --garbage-on 2", {{0, hello + hello + hello}}, 0, {0, 0, 0},
+        reply + garbage + reply + reply),
+      C("--garbage 00FF55", {{0, hello}}, 100, {25 * b}),  // before every reply
+      C("--no-pacing --silent-after 2", {{0, status}, {60, hello}, {70, hello}, {80, hello}}, 1000,
+        {50, 60, 70}),
+      C("--no-pacing --silent-at 1000", {{960, status}, {999, hello}, {1000, hello}}, 2000, {999}),
+      C("--no-pacing --vanish-at 500", {{0, status}, {600, hello}}, 1000,
+        {50, 100, 150, 200, 250, 300, 350, 400, 450}),
+      C("--vanish-after 2", {{100, hello + hello + hello}}, 1000, {100 + 22 * b, 100 + 44 * b}),
+      // A lone start byte holds back the frame behind it until the reader gives it up.
+      C("--no-pacing", {{0, bytes({0x13, 0x37, 0x55}) + test::short_connect()}}, 100, {100}, reply),
+  };
+  for (const Case& c : cases) {
+    std::istringstream words(c.flags);
+    std::string error;
+    const auto cl = parse_command_line({std::istream_iterator<std::string>(words), {}}, error);
+    ASSERT_TRUE(cl) << error;
+    Controller controller(cl->options);
+    for (const auto& [t, frames] : c.sends) controller.receive(t, frames);
+    const auto out = controller.poll(c.until);
+    ASSERT_EQ(out.size(), c.times.size()) << c.flags;
+    for (std::size_t i = 0; i < out.size(); ++i)
+      EXPECT_NEAR(out[i].at_ms, c.times[i], 1e-9) << c.flags << " " << i;
+    if (!c.out.empty()) {
+      EXPECT_EQ(joined(out), c.out) << c.flags;
+    }
+  }
 }
 
-TEST(SimPacing, RepliesTakeTheirWireTimeOneAfterTheOtherAndAfterAStatusFrame) {
-  Controller c(kPaced);
-  c.receive(100, command(0x05) + command(0x0C, 0x0240));
-  EXPECT_NEAR(c.next_due(), 100 + 22 * kByte, 1e-9);
-  EXPECT_TRUE(c.poll(100 + 22 * kByte - 1e-6).empty());
-  expect_times(c.poll(200), {100 + 22 * kByte, 100 + 44 * kByte});
-  c.receive(300, command(0x05));  // an idle line starts the next reply at once
-  expect_times(c.poll(400), {300 + 22 * kByte});
-  Controller streaming(kPaced);
-  streaming.receive(0, stream_on(1));
-  streaming.receive(52, command(0x05));  // waits for the status frame on the line
-  const auto out = streaming.poll(100);
-  expect_times(out, {50 + 22 * kByte, 50 + 44 * kByte});
-  EXPECT_EQ(test::byte_at(out.at(1).bytes, 1), 0xFD);
-  Controller debug(kPaced);
-  debug.receive(0, stream_on(2));  // a debug line and its carriage return arrive apart
-  const auto lines = debug.poll(300);
-  ASSERT_EQ(lines.size(), 2u);
-  const double text_end = 250 + static_cast<double>(lines[0].bytes.size()) * kByte;
-  expect_times(lines, {text_end, text_end + 5 + kByte});
-}
-
-TEST(SimFaults, DelayDropsAndChunks) {
-  Options delayed = with([](Options& o) { o.reply_delay_ms = 30; });
-  Controller unpaced(delayed);
-  unpaced.receive(10, command(0x05));
-  EXPECT_TRUE(unpaced.poll(39.9).empty());
-  EXPECT_EQ(times(unpaced.poll(40)), Times{40});
-  delayed.paced = true;
-  Controller wire(delayed);
-  wire.receive(10, command(0x05));
-  expect_times(wire.poll(100), {40 + 22 * kByte});
-
-  Controller c(with([](Options& o) { o.faults.drop_replies = {2, 4}; }));
-  for (int t = 0; t < 4; ++t) c.receive(t, command(0x0C, 0x0240 + 16 * t));
-  const auto out = c.poll(10);
-  EXPECT_EQ(times(out), (Times{0, 2}));
-  EXPECT_EQ(out.at(1).bytes.substr(2, 2), bytes({0x02, 0x60}));
-  EXPECT_EQ(c.replies(), 4);
-
-  Options chunked = with([](Options& o) { o.faults.chunk_size = 5; });
-  Controller pieces(chunked);
-  pieces.receive(7, command(0x05));
-  const auto reply = pieces.poll(7);
-  EXPECT_EQ(times(reply), Times(5, 7));
-  EXPECT_EQ(reply.back().bytes.size(), 2u);
-  Controller whole;
-  EXPECT_EQ(joined(reply), joined(test::exchange(whole, 7, command(0x05), 7)));
-  pieces.receive(8, stream_on(1));
-  EXPECT_EQ(pieces.poll(58).size(), 5u);  // status frames too
-  chunked.paced = true;
-  chunked.faults.chunk_size = 8;
-  Controller paced_pieces(chunked);
-  paced_pieces.receive(100, command(0x05));
-  expect_times(paced_pieces.poll(200), {100 + 8 * kByte, 100 + 16 * kByte, 100 + 22 * kByte});
-}
-
-TEST(SimFaults, GarbageGoesBeforeTheChosenReplies) {
-  Options o = with([](Options& g) { g.faults.garbage = bytes({0x00, 0xFF, 0x55}); });
-  o.faults.garbage_replies = {2};
-  Controller c(o);
-  c.receive(0, command(0x05) + command(0x05) + command(0x05));
-  const auto out = c.poll(0);
-  ASSERT_EQ(out.size(), 3u);
-  EXPECT_EQ(out[0].bytes.size(), 22u);
-  EXPECT_EQ(out[1].bytes, bytes({0x00, 0xFF, 0x55}) + out[0].bytes);
-  EXPECT_EQ(out[2].bytes, out[0].bytes);
-  o.paced = true;
-  o.faults.garbage_replies.clear();  // every reply, and it takes its wire time
-  Controller wire(o);
-  wire.receive(0, command(0x05));
-  expect_times(wire.poll(100), {25 * kByte});
-}
-
-TEST(SimFaults, SilenceAfterSomeRepliesOrFromATime) {
-  Controller c(with([](Options& o) { o.faults.silent_after_replies = 2; }));
-  c.receive(0, stream_on(1));
-  c.receive(60, command(0x05));
-  c.receive(70, command(0x05));
-  c.receive(80, command(0x05) + command(0x0B, 0x0300, Block{7}));
-  EXPECT_EQ(times(c.poll(1000)), (Times{50, 60, 70}));  // the stream stops too
-  EXPECT_EQ(c.replies(), 4);
-  EXPECT_EQ(c.working_memory().at(0x0300), 7);  // commands still act
-  Controller later(with([](Options& o) { o.faults.silent_from_ms = 1000; }));
-  later.receive(960, stream_on(1));
-  later.receive(999, command(0x05));
-  later.receive(1000, command(0x05));
-  EXPECT_EQ(times(later.poll(2000)), Times{999});
-}
-
-TEST(SimFaults, VanishingEndsEverythingOnceDueOrOnceItsReplyArrived) {
-  Controller c(with([](Options& o) { o.faults.vanish_at_ms = 500; }));
-  c.receive(0, stream_on(1));
-  EXPECT_EQ(c.poll(499).size(), 9u);
-  EXPECT_FALSE(c.vanished());
-  EXPECT_EQ(c.next_due(), 500);
-  EXPECT_TRUE(c.poll(500).empty());
-  EXPECT_TRUE(c.vanished());
-  c.receive(600, command(0x05));
-  EXPECT_TRUE(c.poll(1000).empty());
-  EXPECT_EQ(c.next_due(), -1);
-  EXPECT_EQ(c.frames_received().size(), 1u);
-  Controller wire(with([](Options& o) { o.paced = true, o.faults.vanish_after_replies = 2; }));
-  wire.receive(100, command(0x05) + command(0x05) + command(0x05));
-  expect_times(wire.poll(1000), {100 + 22 * kByte, 100 + 44 * kByte});
-  EXPECT_TRUE(wire.vanished());
+// Silent or gone, the controller still takes the commands it got before.
+TEST(SimWire, ASilentControllerStillActsAndAVanishedOneHearsNothing) {
+  Controller silent(test::with([](Options& o) { o.faults.silent_after_replies = 1; }));
+  silent.receive(0, command(0x05) + command(0x0B, 0x0300, Block{7}));
+  EXPECT_EQ(silent.poll(10).size(), 1u);
+  EXPECT_EQ(silent.working_memory().at(0x0300), 7);
+  Controller gone(test::with([](Options& o) { o.faults.vanish_at_ms = 500; }));
+  EXPECT_EQ(gone.next_due(), 500);
+  gone.receive(600, command(0x05));
+  EXPECT_TRUE(gone.vanished());
+  EXPECT_EQ(gone.next_due(), -1);
+  EXPECT_TRUE(gone.frames_received().empty());
 }
 
 std::vector<CommandFrame> feed(FrameReader& r, double t, const std::string& s) {
@@ -144,13 +98,12 @@ std::vector<CommandFrame> feed(FrameReader& r, double t, const std::string& s) {
   return out;
 }
 
-TEST(SimFrameReader, DecodesFullAndShortFramesAndDropsGarbageAndStrayStartBytes) {
-  FrameReader r;
+TEST(SimFrameReader, CutsFramesOutOfGarbageAndGivesUpAPartialFrameAfterAPause) {
+  FrameReader r(100);
   const Block data{0x0D, 0x55, 0x00, 0x0D, 0x0A, 5, 6, 7, 8, 9, 10, 11, 12, 13, 0x55, 0x0D};
   auto frames = feed(r, 0, command(0x0B, 0x03A0, data));
   ASSERT_EQ(frames.size(), 1u);
-  EXPECT_EQ(frames[0].code, 0x0B);
-  EXPECT_EQ(frames[0].address(), 0x03A0);
+  EXPECT_EQ(frames[0].code * 0x10000 + frames[0].address(), 0x0B03A0);
   EXPECT_EQ(frames[0].data, data);  // frame bytes inside the data are data
   EXPECT_FALSE(frames[0].short_connect);
   // The short connect frame is taken at its twentieth byte; the full one has a zero there.
@@ -159,7 +112,6 @@ TEST(SimFrameReader, DecodesFullAndShortFramesAndDropsGarbageAndStrayStartBytes)
   frames = feed(r, 0, s.substr(19) + command(0x05));
   ASSERT_EQ(frames.size(), 2u);
   EXPECT_TRUE(frames[0].short_connect);
-  EXPECT_EQ(frames[1].code, 0x05);
   EXPECT_FALSE(frames[1].short_connect);
   // A stray 0x55 inside garbage, then a real frame right after it.
   const std::string garbage = bytes({0x00, 0xFF, 0x55, 0x13, 0x0D});
@@ -168,34 +120,21 @@ TEST(SimFrameReader, DecodesFullAndShortFramesAndDropsGarbageAndStrayStartBytes)
   EXPECT_EQ(frames[0].address(), 0x0260);
   EXPECT_EQ(frames[1].code, 0x05);
   EXPECT_EQ(r.discarded(), garbage.size() + 1);
+  // Neither a full frame without its zero nor a short connect with a stray byte is taken.
+  std::string bad = command(0x05), bad_short = s + bytes({0, 0});
+  bad[20] = bad_short[18] = 1;
+  EXPECT_TRUE(feed(r, 0, bad + bad_short).empty());
   EXPECT_EQ(r.pending(), 0u);
-}
 
-TEST(SimFrameReader, GivesUpAPartialFrameAfterTheTimeout) {
-  FrameReader r(100);
-  // A lone start byte before a short connect frame holds it back until the timeout.
-  EXPECT_TRUE(feed(r, 10, bytes({0x55}) + test::short_connect()).empty());
-  EXPECT_EQ(r.expiry(), 110);
-  EXPECT_TRUE(r.expire(109.9).empty());
-  const auto frames = r.expire(110);
+  // A half frame is given up 100 ms after its last byte, also when a whole one follows.
+  const std::string half = command(0x0C, 0x0240).substr(0, 9);
+  EXPECT_TRUE(feed(r, 200, half).empty());
+  EXPECT_TRUE(r.expire(299.9).empty() && r.pending() == 9);
+  EXPECT_TRUE(r.expire(300).empty() && r.pending() == 0);
+  feed(r, 300, half);
+  frames = feed(r, 400, command(0x0C, 0x0250));
   ASSERT_EQ(frames.size(), 1u);
-  EXPECT_TRUE(frames[0].short_connect);
-  EXPECT_EQ(r.expiry(), -1);
-  // A half frame followed after a pause by a whole one.
-  EXPECT_TRUE(feed(r, 200, command(0x0C, 0x0240).substr(0, 9)).empty());
-  const auto after_pause = feed(r, 400, command(0x0C, 0x0250));
-  ASSERT_EQ(after_pause.size(), 1u);
-  EXPECT_EQ(after_pause[0].address(), 0x0250);
-  // The controller answers the frame behind garbage and the timed-out start byte.
-  Controller c;
-  c.receive(0, bytes({0x13, 0x37, 0x55}) + test::short_connect());
-  EXPECT_TRUE(c.poll(99).empty());
-  EXPECT_EQ(c.next_due(), 100);
-  const auto out = c.poll(100);
-  ASSERT_EQ(out.size(), 1u);
-  EXPECT_EQ(out[0].at_ms, 100);
-  EXPECT_EQ(out[0].bytes.substr(0, 2), bytes({0x55, 0xFD}));
-  EXPECT_EQ(c.bytes_discarded(), 3u);
+  EXPECT_EQ(frames[0].address(), 0x0250);
 }
 
 }  // namespace
