@@ -4,28 +4,42 @@ namespace nerit {
 
 Form1::Form1(Platform& p, std::filesystem::path program_folder)
     : platform(p),
+      wire(c.List1, link, p),
       shell(c, vars, p, std::move(program_folder)),
-      session(c, vars, link, p),
-      dispatcher(c, vars, link, p),
-      transfers(c, vars, link, p, session),
-      panels(c),
+      session(c, vars, link, p, wire),
+      dispatcher(c, vars, link, p, wire),
+      transfers(c, vars, p, wire),
+      live(live_controls, c, vars, p),
+      settings_panels(panel_controls, c, vars),
+      panels(panel_controls),
       axes(c, vars),
-      map_writer(c, vars, link, session),
-      editor(c, vars, maps, map_writer, map_history),
+      map_blocks(c, vars),
+      map_writer(c, vars, wire),
+      editor(c, map_controls, vars, maps, map_writer, map_history),
       edits(vars, maps, editor, map_writer, map_history),
-      block_commands(c, maps, editor, map_history, p.windows),
-      automap(c, maps) {
+      block_commands(c, map_controls, maps, editor, map_history, p.windows),
+      automap(c, map_controls, vars, maps),
+      replies(c, map_controls, live, settings_panels, axes, map_blocks, automap) {
   c.Timer1.on_tick = [this] { session.Timer1_Timer(); };
   c.Timer2.on_tick = [this] { session.Timer2_Timer(); };
   c.Timer3.on_tick = [this] { session.Timer3_Timer(); };
   c.Timer5.on_tick = [this] { session.Timer5_Timer(); };
   for (Timer* t : {&c.Timer1, &c.Timer2, &c.Timer3, &c.Timer4, &c.Timer5}) t->attach(&p.timers);
   p.comm.on_comm = [this] { dispatcher.MSComm1_OnComm(); };
-  dispatcher.hooks.automap = [this](double speed, double load, double value) {
-    automap.automap(speed, load, value);
-  };
-  dispatcher.hooks.highlight = [this](int row, int col) { automap.highlight(row, col); };
-  dispatcher.hooks.load_type_changed = [this] { axes.Combo1_Click(); };
+  p.comm.on_closed = [this](const std::string& why) { session.MSComm1_Closed(why); };
+  dispatcher.sink = &replies;
+  axes.show_panels = [this](bool visible) { settings_panels.show_all(visible); };
+}
+
+void Form1::Form_Load() {
+  settings_panels.load_panels();
+  shell.load_map_grids();
+  live.load_captions();
+  shell.load_window();
+  settings_panels.load_airflow_input();
+  shell.load_menus();
+  live.Form_Load();
+  shell.load_axes_and_labels();
 }
 
 Program::Program(Platform& platform, std::filesystem::path program_folder)

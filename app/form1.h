@@ -3,11 +3,17 @@
 // program's parts contribute, wired to each other and to the platform.
 #include <filesystem>
 
+#include "app/reply_fan_out.h"
 #include "link/link_state.h"
 #include "link/reply_dispatcher.h"
 #include "link/serial_session.h"
 #include "link/transfers.h"
+#include "link/wire.h"
+#include "live/live_controls.h"
+#include "live/live_data.h"
+#include "live/panel_controls.h"
 #include "live/panel_selector.h"
+#include "live/settings_panels.h"
 #include "maps/automap.h"
 #include "maps/block_commands.h"
 #include "maps/cell_editor.h"
@@ -15,6 +21,8 @@
 #include "maps/edit_history.h"
 #include "maps/form5.h"
 #include "maps/map_axes.h"
+#include "maps/map_blocks.h"
+#include "maps/map_controls.h"
 #include "maps/map_row_writer.h"
 #include "maps/map_state.h"
 #include "shell/form1_controls.h"
@@ -31,26 +39,39 @@ class Form1 {
   Form1(const Form1&) = delete;
   Form1& operator=(const Form1&) = delete;
 
+  // Start-up: lists, grids, captions; offline.
+  void Form_Load();
+
   Platform& platform;
   ProgramState vars;
   Form1Controls c;
+  MapControls map_controls;
+  LiveControls live_controls;
+  PanelControls panel_controls;
 
   LinkState link;
+  Wire wire;
 
   Form1Shell shell;
   SerialSession session;
   ReplyDispatcher dispatcher;
   Transfers transfers;
+
+  LiveData live;
+  SettingsPanels settings_panels;
   PanelSelector panels;
 
   MapState maps;
   EditHistory map_history;
   MapAxes axes;
+  MapBlocks map_blocks;
   MapRowWriter map_writer;
   CellEditor editor;
   EditCommands edits;
   BlockCommands block_commands;
   Automap automap;
+
+  ReplyFanOut replies;
 };
 
 // Every window of the program.

@@ -27,6 +27,9 @@ class RecordingDialogs : public Dialogs {
     shown.push_back(request.title + ": " + request.text);
     return request.buttons == MsgButtons::YesNo ? MsgAnswer::No : MsgAnswer::Ok;
   }
+  void notify(const MessageBoxRequest& request) override {
+    shown.push_back(request.title + ": " + request.text);
+  }
   std::filesystem::path file_dialog(const FileDialogRequest&) override { return {}; }
   std::string input_box(const std::string&, const std::string&, const std::string&) override {
     return {};

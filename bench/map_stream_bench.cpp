@@ -132,12 +132,12 @@ int measure(const QString& folder, int seconds) {
     f.axes.Combo1_Click();
   });
   const auto& boxes = app.main_window().widgets().check;
-  boxes.at(f.c.Check2.caption)->click();
-  boxes.at(f.c.Check5.caption)->click();
+  boxes.at(f.map_controls.Check2.caption)->click();
+  boxes.at(f.map_controls.Check5.caption)->click();
 
   std::uint64_t handled = 0;
-  auto logged = f.dispatcher.hooks.log_row;
-  f.dispatcher.hooks.log_row = [&handled, logged](const nerit::LiveRow& row) {
+  auto logged = f.replies.log_row;
+  f.replies.log_row = [&handled, logged](const nerit::LiveRow& row) {
     ++handled;
     if (logged) logged(row);
   };

@@ -1,29 +1,10 @@
 #include "link/serial_session.h"
 
 #include "link/frames.h"
-#include "link/map_rows.h"
+#include "link/memory_map.h"
 #include "shell/errors.h"
 
 namespace nerit {
-
-namespace {
-
-constexpr int kReadOrder[] = {0x250, 0x240, 0x260, 0x270, 0x280, 0x290};
-
-}  // namespace
-
-void SerialSession::send_frame(const std::string& frame) {
-  for (char ch : frame) p_.comm.output(std::string(1, ch));
-}
-
-void SerialSession::wait_for_reply() {
-  link_.reply_done = 0;
-  while (link_.reply_done != 1) p_.pump.process_events();
-}
-
-void SerialSession::log(const std::string& text) {
-  c_.List1.add_item(p_.time_text() + text);
-}
 
 void SerialSession::show_offline(const char* word) {
   c_.Label4[0].caption = word;
@@ -80,7 +61,7 @@ void SerialSession::Command1_Click() {
   for (int round = 1; round <= 2 && vars_.connected != 1; ++round) {
     for (vars_.port = 1; vars_.port <= 25; ++vars_.port) {
       if (try_open(vars_.port)) {
-        send_frame(connect_frame());
+        wire_.send(connect_frame());
         wait_for_connect();
       }
       if (vars_.connected == 1) break;
@@ -108,7 +89,7 @@ void SerialSession::autoconnect2() {
   // selected any more; the routine has always behaved this way.
   for (vars_.port = 1; vars_.port <= 255; ++vars_.port) {
     if (try_open(vars_.port)) {
-      send_frame(short_connect_frame());
+      wire_.send(short_connect_frame());
       wait_for_connect();
     }
     if (vars_.connected == 1) break;
@@ -123,6 +104,7 @@ void SerialSession::Combo2_Click() {
   const int index = c_.Combo2.list_index;
   if (index >= 1) {
     p_.comm.set_comm_port(index);
+    p_.comm.set_settings(kLineSettings);
     p_.comm.set_port_open(true);
     vars_.debugmode = 1;
     c_.Label4[0].caption = "Debug";
@@ -136,12 +118,12 @@ void SerialSession::Combo2_Click() {
 
 void SerialSession::send_sram_read(int address) {
   if (vars_.connected == 0) return;
-  send_frame(address_frame(kCmdSramRead, address));
+  wire_.send(address_frame(kCmdSramRead, address));
 }
 
 void SerialSession::send_block_request(int address) {
   if (vars_.connected == 0) return;
-  send_frame(address_frame(kCmdBlockRequest, address));
+  wire_.send(address_frame(kCmdBlockRequest, address));
 }
 
 void SerialSession::Command12_Click() {
@@ -149,23 +131,29 @@ void SerialSession::Command12_Click() {
   if (vars_.connected == 0) return;
   c_.Timer5.set_enabled(true);
   c_.Command12.back_color = kYellow;
+  // However the read ends, the guard timer stops and the button shows it has ended.
+  struct Finished {
+    Form1Controls& c;
+    ~Finished() {
+      c.Command12.back_color = kButtonFace;
+      c.Timer5.set_enabled(false);
+    }
+  } finished{c_};
   auto request = [this](int address) {
     send_sram_read(address);
-    wait_for_reply();
+    wire_.wait_for_reply();
   };
-  for (int address : kReadOrder) request(address);
+  for (int address : kSettingsReadOrder) request(address);
   for (int r = 1; r <= 16; ++r) request(correction_row_address(r));
   for (int r = 1; r <= 16; ++r)
     for (int half = 0; half < 2; ++half) request(airflow_row_address(r) + 16 * half);
-  c_.Command12.back_color = kButtonFace;
-  c_.Timer5.set_enabled(false);
 }
 
 void SerialSession::Lesen_Click() {
   if (vars_.connected == 0) return;
-  for (int address : {0x10, 0x20, 0x30, 0x50, 0x60, 0x70, 0x80, 0x90, 0xA0}) {
+  for (int address : kEepromRequestOrder) {
     send_block_request(address);
-    wait_for_reply();
+    wire_.wait_for_reply();
   }
 }
 
@@ -182,7 +170,7 @@ void SerialSession::List1_Click() {
 }
 
 void SerialSession::Timer1_Timer() {
-  send_frame(stream_frame(0));
+  wire_.send(stream_frame(0));
 }
 
 void SerialSession::Timer2_Timer() {
@@ -196,8 +184,23 @@ void SerialSession::Timer3_Timer() {
 }
 
 void SerialSession::Timer5_Timer() {
-  log(" -> Communication Timeout");
+  wire_.log(" -> Communication Timeout");
   Command12_Click();
+}
+
+void SerialSession::MSComm1_Closed(const std::string& why) {
+  const int number = p_.comm.comm_port();
+  wire_.log(" -> Port " + std::to_string(number) + " (" + p_.comm.device_name(number) +
+            ") closed: " + why);
+  if (vars_.connected != 1 && vars_.debugmode != 1) return;
+  close_link();
+  vars_.debugmode = 0;
+  c_.Combo2.enabled = true;
+  for (Timer* t : {&c_.Timer1, &c_.Timer2, &c_.Timer3, &c_.Timer5}) t->set_enabled(false);
+  // Whatever was under way has ended: no button goes on showing a transfer.
+  for (CommandButton* b : {&c_.Command12, &c_.Command9, &c_.Command15, &c_.Command5})
+    b->back_color = kButtonFace;
+  for (CommandButton& b : c_.Command4) b.back_color = kButtonFace;
 }
 
 }  // namespace nerit

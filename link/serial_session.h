@@ -1,9 +1,11 @@
 #pragma once
 // The main window's serial session: finding and connecting the controller, the debug port,
-// the block-read sequences, handing the port to the firmware window, and the link timers.
+// the block-read sequences, handing the port to the firmware window, a port that closes by
+// itself, and the link timers.
 #include <string>
 
 #include "link/link_state.h"
+#include "link/wire.h"
 #include "shell/form1_controls.h"
 #include "shell/platform.h"
 #include "shell/program_state.h"
@@ -14,8 +16,9 @@ inline constexpr const char* kLineSettings = "19200,N,8,1";
 
 class SerialSession {
  public:
-  SerialSession(Form1Controls& c, ProgramState& vars, LinkState& link, Platform& platform)
-      : c_(c), vars_(vars), link_(link), p_(platform) {}
+  SerialSession(Form1Controls& c, ProgramState& vars, LinkState& link, Platform& platform,
+                Wire& wire)
+      : c_(c), vars_(vars), link_(link), p_(platform), wire_(wire) {}
 
   void Command1_Click();        // Connect / disconnect; also the menu "Autoconnect"
   void autoconnect2();          // the second scan routine
@@ -25,6 +28,9 @@ class SerialSession {
   void firmwareupdate_Click();  // menu Firmwareupdate
   void List1_Click();
   void Command11_Click() {}
+  // The open port closed by itself (adapter unplugged): logged, and an online or debug link
+  // goes offline as a disconnect would take it.
+  void MSComm1_Closed(const std::string& why);
 
   void Timer1_Timer();
   void Timer2_Timer();
@@ -33,13 +39,6 @@ class SerialSession {
 
   void send_sram_read(int address);
   void send_block_request(int address);
-
-  // Writes a whole frame, one character per output call.
-  void send_frame(const std::string& frame);
-  // reply_done = 0, then lets events run until the dispatcher (or Timer3) sets it to 1.
-  void wait_for_reply();
-  // A log line: the current time, then the text (which starts with " -> ").
-  void log(const std::string& text);
 
  private:
   bool try_open(int port_number);
@@ -52,6 +51,7 @@ class SerialSession {
   ProgramState& vars_;
   LinkState& link_;
   Platform& p_;
+  Wire& wire_;
 };
 
 }  // namespace nerit

@@ -45,4 +45,33 @@ FrameData settings_block_b(const Form1Controls& c, const ProgramState& vars) {
   return d;
 }
 
+SettingsBlockA read_settings_block_a(const FrameData& d) {
+  auto word = [&d](std::size_t i) { return d[i] + 256 * d[i + 1]; };
+  SettingsBlockA a;
+  a.load_type = d[0];
+  a.drucksensor = d[1];
+  a.tps_min = d[2];
+  a.tps_max = d[3];
+  a.injoffset_in = word(4);
+  a.injoffset_out = word(6);
+  a.injalt = word(8);
+  a.injneu = word(10);
+  a.injsizecorr = d[12];
+  a.airflowtype = d[13];
+  a.aoutmax = d[14];
+  a.boost_enable = d[15];
+  return a;
+}
+
+SettingsBlockB read_settings_block_b(const FrameData& d) {
+  SettingsBlockB b;
+  b.boost_start = d[0];
+  b.boost_set = d[1];
+  b.zylinder = d[2];
+  b.injchannels = d[3];
+  b.map_flags = d[4];
+  for (std::size_t k = 0; k < b.accel.size(); ++k) b.accel[k] = d[5 + k];
+  return b;
+}
+
 }  // namespace nerit

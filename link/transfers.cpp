@@ -3,6 +3,7 @@
 #include "link/cell_codec.h"
 #include "link/frames.h"
 #include "link/map_rows.h"
+#include "link/memory_map.h"
 #include "link/settings_blocks.h"
 #include "shell/numbers.h"
 
@@ -41,19 +42,17 @@ bool Transfers::load_type_chosen() {
 }
 
 void Transfers::write_block(int address, const FrameData& data, std::uint8_t code) {
-  link_.write_addr = address;
-  session_.send_frame(address_frame(code, address, data));
-  session_.wait_for_reply();
+  wire_.write_block(code, address, data);
 }
 
 void Transfers::write_settings() {
-  write_block(0x240, settings_block_a(c_, vars_));
-  write_block(0x250, settings_block_b(c_, vars_));
+  write_block(kSettingsBlockA, settings_block_a(c_, vars_));
+  write_block(kSettingsBlockB, settings_block_b(c_, vars_));
 }
 
 void Transfers::write_axes() {
-  write_block(0x260, axis_block(c_.load_points, 1, 8));
-  write_block(0x270, axis_block(c_.load_points, 9, 8));
+  write_block(kLoadAxisLow, axis_block(c_.load_points, 1, 8));
+  write_block(kLoadAxisHigh, axis_block(c_.load_points, 9, 8));
   for (int first : {1, 9}) {
     FrameData d{};
     for (int k = 0; k < 8; ++k) {
@@ -62,7 +61,7 @@ void Transfers::write_axes() {
       d[static_cast<std::size_t>(2 * k)] = static_cast<std::uint8_t>(period & 255);
       d[static_cast<std::size_t>(2 * k + 1)] = static_cast<std::uint8_t>((period >> 8) & 255);
     }
-    write_block(first == 1 ? 0x280 : 0x290, d);
+    write_block(first == 1 ? kRpmAxisLow : kRpmAxisHigh, d);
   }
 }
 
@@ -103,27 +102,27 @@ void Transfers::Command4_Click(int index) {
           d[static_cast<std::size_t>(8 * k + col - 1)] = correction_byte(val(g.text(g.row, g.col)));
         }
       }
-      write_block(0x50 + 0x10 * frame, d, kCmdEepromWrite);
+      write_block(kEepromMap + 0x10 * frame, d, kCmdEepromWrite);
     }
-    write_block(0x20, axis_block(c_.load_points, 1, 8), kCmdEepromWrite);
-    write_block(0x30, axis_block(c_.load_points, 9, 4), kCmdEepromWrite);
+    write_block(kEepromLoadAxisLow, axis_block(c_.load_points, 1, 8), kCmdEepromWrite);
+    write_block(kEepromLoadAxisHigh, axis_block(c_.load_points, 9, 4), kCmdEepromWrite);
     FrameData a = settings_block_a(c_, vars_);
     a[15] = 0;
-    write_block(0x10, a, kCmdEepromWrite);
+    write_block(kEepromSettings, a, kCmdEepromWrite);
   }
   Command2_Click();
 }
 
 void Transfers::Command2_Click() {
   if (vars_.connected == 0) return;
-  session_.send_frame(command_frame(kCmdReloadEeprom, 0, 0));
+  wire_.send(command_frame(kCmdReloadEeprom, 0, 0));
 }
 
 void Transfers::Command5_Click() {
   if (vars_.connected != 1) return;
   // Stays red until the controller confirms (its text reply with byte 3 = 1).
   c_.Command5.back_color = kRed;
-  session_.send_frame(command_frame(kCmdMakePermanent, 0, 0));
+  wire_.send(command_frame(kCmdMakePermanent, 0, 0));
 }
 
 void Transfers::Schreiben_Click() {

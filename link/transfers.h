@@ -3,8 +3,7 @@
 // reduced EEPROM image, reloading it and making the working memory permanent. Each frame is
 // acknowledged before the next one goes.
 #include "link/frames.h"
-#include "link/link_state.h"
-#include "link/serial_session.h"
+#include "link/wire.h"
 #include "shell/form1_controls.h"
 #include "shell/platform.h"
 #include "shell/program_state.h"
@@ -13,9 +12,8 @@ namespace nerit {
 
 class Transfers {
  public:
-  Transfers(Form1Controls& c, ProgramState& vars, LinkState& link, Platform& platform,
-            SerialSession& session)
-      : c_(c), vars_(vars), link_(link), p_(platform), session_(session) {}
+  Transfers(Form1Controls& c, ProgramState& vars, Platform& platform, Wire& wire)
+      : c_(c), vars_(vars), p_(platform), wire_(wire) {}
 
   void Command9_Click();           // Write Data to Unit
   void Command15_Click();          // Update Settings
@@ -36,9 +34,8 @@ class Transfers {
 
   Form1Controls& c_;
   ProgramState& vars_;
-  LinkState& link_;
   Platform& p_;
-  SerialSession& session_;
+  Wire& wire_;
 };
 
 }  // namespace nerit

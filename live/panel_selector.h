@@ -1,16 +1,16 @@
 #pragma once
 // The tuning-panel list: choosing an entry shows that panel and hides the others.
-#include "shell/form1_controls.h"
+#include "live/panel_controls.h"
 
 namespace nerit {
 
 class PanelSelector {
  public:
-  explicit PanelSelector(Form1Controls& c) : c_(c) {}
+  explicit PanelSelector(PanelControls& pc) : pc_(pc) {}
   void List2_Click();
 
  private:
-  Form1Controls& c_;
+  PanelControls& pc_;
 };
 
 }  // namespace nerit

@@ -1,5 +1,7 @@
 #include "maps/automap.h"
 
+#include <algorithm>
+
 #include "shell/numbers.h"
 
 namespace nerit {
@@ -19,7 +21,7 @@ int first_near(const Headings& headings, double x, double window) {
 }  // namespace
 
 void Automap::Check5_Click() {
-  if (c_.Check5.value != 1) return;
+  if (mc_.Check5.value != 1) return;
   const Grid& g = c_.MSFlexGrid2;
   for (int i = 1; i <= kMapSize; ++i) {
     const auto k = static_cast<std::size_t>(i);
@@ -44,6 +46,16 @@ void Automap::highlight(int grid_row, int grid_col) {
   g.set_back_color(grid_row, grid_col, kGreen);
   state_.marked_row = grid_row;
   state_.marked_col = grid_col;
+}
+
+void Automap::operating_cell(int cell) {
+  if (vars_.fokus != 1) {
+    state_.cell_row = cell / 16;
+    state_.cell_col = std::max(cell & 15, 1);
+  }
+  const bool moved = cell != state_.previous_cell;
+  state_.previous_cell = cell;
+  if (mc_.Check2.value == 1 && moved) highlight(state_.cell_row + 1, state_.cell_col);
 }
 
 }  // namespace nerit

@@ -14,7 +14,7 @@ void BlockCommands::interpolate(Interpolate lines) {
   MapEdit edit{map, {}};
   for (const CellText& cell : cells) edit.set(g, cell.row, cell.col, cell.text);
   history_.record(std::move(edit));
-  c_.Frame6.visible = false;
+  mc_.Frame6.visible = false;
 }
 
 void BlockCommands::Command13_Click() {

@@ -3,6 +3,7 @@
 // automap colouring, two buttons without an effect; and the button that opens the graph.
 #include "maps/cell_editor.h"
 #include "maps/edit_history.h"
+#include "maps/map_controls.h"
 #include "maps/map_state.h"
 #include "shell/form1_controls.h"
 #include "shell/platform.h"
@@ -11,9 +12,9 @@ namespace nerit {
 
 class BlockCommands {
  public:
-  BlockCommands(Form1Controls& c, MapState& state, CellEditor& editor, EditHistory& history,
-                WindowHost& windows)
-      : c_(c), state_(state), editor_(editor), history_(history), windows_(windows) {}
+  BlockCommands(Form1Controls& c, MapControls& mc, MapState& state, CellEditor& editor,
+                EditHistory& history, WindowHost& windows)
+      : c_(c), mc_(mc), state_(state), editor_(editor), history_(history), windows_(windows) {}
 
   void Command13_Click();  // interpolate rows
   void Command14_Click();  // interpolate cols
@@ -27,6 +28,7 @@ class BlockCommands {
   void interpolate(Interpolate lines);
 
   Form1Controls& c_;
+  MapControls& mc_;
   MapState& state_;
   CellEditor& editor_;
   EditHistory& history_;

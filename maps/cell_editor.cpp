@@ -41,11 +41,11 @@ Grid& CellEditor::grid(MapId map) {
 }
 
 TextBox& CellEditor::box(MapId map) {
-  return map == MapId::Correction ? c_.Text2 : c_.Text5;
+  return map == MapId::Correction ? mc_.Text2 : mc_.Text5;
 }
 
 const Frame& CellEditor::frame(MapId map) const {
-  return map == MapId::Correction ? c_.correction_frame : c_.airflow_map_frame;
+  return map == MapId::Correction ? mc_.correction_frame : mc_.airflow_map_frame;
 }
 
 double CellEditor::clamp_body(MapId map, double value) {
@@ -64,12 +64,12 @@ void CellEditor::mouse_down(MapId map, int button) {
   state_.active_map = static_cast<int>(map);
   Grid& g = grid(map);
   if (button == kRightButton) {
-    c_.Frame6.left = frame(map).left + g.left;
-    c_.Frame6.top = frame(map).top + g.top;
-    c_.Frame6.visible = true;
+    mc_.Frame6.left = frame(map).left + g.left;
+    mc_.Frame6.top = frame(map).top + g.top;
+    mc_.Frame6.visible = true;
     return;
   }
-  c_.Frame6.visible = false;
+  mc_.Frame6.visible = false;
   // Clicking away keeps what was typed in the cell being edited (nothing is sent).
   if (box(map).visible) keep_box_text(map);
   g.set_current(g.row_sel, g.col_sel);
@@ -121,7 +121,7 @@ void CellEditor::key_press(MapId map, int& key_ascii) {
 
 void CellEditor::clamp_correction(int key_code) {
   const Grid& g = c_.MSFlexGrid2;
-  TextBox& b = c_.Text2;
+  TextBox& b = mc_.Text2;
   if (g.row >= 1 && g.col >= 1) {
     clamp_body_text(b, MapId::Correction);
   } else if (g.row == 0 && g.col >= 1) {
@@ -227,8 +227,10 @@ void CellEditor::type_key(MapId map, int key_code, char ch) {
   key_press(map, key_ascii);
   if (key_ascii == 0) return;
   std::string& s = b.text;
-  const auto start = static_cast<std::size_t>(std::clamp(b.sel_start, 0, static_cast<int>(s.size())));
-  const auto length = std::min(static_cast<std::size_t>(std::max(b.sel_length, 0)), s.size() - start);
+  const auto start =
+      static_cast<std::size_t>(std::clamp(b.sel_start, 0, static_cast<int>(s.size())));
+  const auto length =
+      std::min(static_cast<std::size_t>(std::max(b.sel_length, 0)), s.size() - start);
   if (key_ascii == kKeyBack) {
     if (length > 0) {
       s.erase(start, length);

@@ -3,6 +3,7 @@
 // mouse press places the box over a cell; keys in the box move it, nudge the value and on
 // Enter write the value into the selected block and send the touched rows when online.
 #include "maps/edit_history.h"
+#include "maps/map_controls.h"
 #include "maps/map_row_writer.h"
 #include "maps/map_state.h"
 #include "shell/form1_controls.h"
@@ -25,9 +26,9 @@ enum KeyCode : int {
 
 class CellEditor {
  public:
-  CellEditor(Form1Controls& c, ProgramState& vars, MapState& state, MapRowWriter& writer,
-             EditHistory& history)
-      : c_(c), vars_(vars), state_(state), writer_(writer), history_(history) {}
+  CellEditor(Form1Controls& c, MapControls& mc, ProgramState& vars, MapState& state,
+             MapRowWriter& writer, EditHistory& history)
+      : c_(c), mc_(mc), vars_(vars), state_(state), writer_(writer), history_(history) {}
 
   // Before a press the grid's row_sel/col_sel name the cell under the mouse; row/col are
   // still the cell the box was editing.
@@ -72,6 +73,7 @@ class CellEditor {
   void commit(MapId map);
 
   Form1Controls& c_;
+  MapControls& mc_;
   ProgramState& vars_;
   MapState& state_;
   MapRowWriter& writer_;

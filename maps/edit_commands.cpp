@@ -42,7 +42,8 @@ void EditCommands::write_through(const MapEdit& edit) {
 void EditCommands::apply(const MapEdit& edit, bool forward) {
   Grid& g = editor_.grid(edit.map);
   if (editor_.box(edit.map).visible) editor_.close_box(edit.map);
-  for (const CellChange& ch : edit.cells) g.set_text(ch.row, ch.col, forward ? ch.after : ch.before);
+  for (const CellChange& ch : edit.cells)
+    g.set_text(ch.row, ch.col, forward ? ch.after : ch.before);
   write_through(edit);
 }
 

@@ -29,16 +29,24 @@ void interpolate_line(const Grid& g, int first, int last, Cell cell, std::vector
 std::vector<CellText> interpolate_rows(const Grid& g, const SelectedBlock& block) {
   std::vector<CellText> out;
   for (int r = block.start_row; r <= block.end_row; ++r)
-    interpolate_line(g, block.start_col, block.end_col,
-                     [r](int c) { return std::pair{r, c}; }, out);
+    interpolate_line(
+        g, block.start_col, block.end_col,
+        [r](int c) {
+          return std::pair{r, c};
+        },
+        out);
   return out;
 }
 
 std::vector<CellText> interpolate_cols(const Grid& g, const SelectedBlock& block) {
   std::vector<CellText> out;
   for (int c = block.start_col; c <= block.end_col; ++c)
-    interpolate_line(g, block.start_row, block.end_row,
-                     [c](int r) { return std::pair{r, c}; }, out);
+    interpolate_line(
+        g, block.start_row, block.end_row,
+        [c](int r) {
+          return std::pair{r, c};
+        },
+        out);
   return out;
 }
 

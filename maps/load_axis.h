@@ -9,10 +9,10 @@
 namespace nerit {
 
 enum LoadType : int {
-  kLoadTps = 0,       // "TPS / %"
-  kLoadMap = 1,       // "MAP / kPa abs."
-  kLoadAnalog = 2,    // "Analog #3 / mVolt"
-  kLoadAirflow = 3,   // "Airflow Karmann Vortex / Hz"
+  kLoadTps = 0,      // "TPS / %"
+  kLoadMap = 1,      // "MAP / kPa abs."
+  kLoadAnalog = 2,   // "Analog #3 / mVolt"
+  kLoadAirflow = 3,  // "Airflow Karmann Vortex / Hz"
 };
 
 struct LoadAxisInputs {

@@ -1,8 +1,8 @@
 #include "maps/map_axes.h"
 
 #include "maps/load_axis.h"
-#include "shell/data_files.h"
 #include "shell/numbers.h"
+#include "shell/pressure_tables.h"
 
 namespace nerit {
 
@@ -14,8 +14,7 @@ LoadAxisInputs load_axis_inputs(const ProgramState& vars, int load_type) {
   in.tps_max = vars.tps_max;
   if (load_type == kLoadMap) {
     // Without a calibration the MAP axis is all zero; the base settings write the table.
-    if (auto bytes = read_file_bytes(data_file(vars.pfad, "\\PressureSensor.dat")))
-      in.pressure = std::move(*bytes);
+    if (auto bytes = PressureFiles(vars.pfad).sensor()) in.pressure = std::move(*bytes);
   }
   return in;
 }
@@ -57,7 +56,7 @@ void MapAxes::copy_rpm_axis() {
 bool MapAxes::toggle_heading_edit(int& fixed) {
   fixed ^= 1;
   const bool closed = fixed != 0;
-  for (auto& frame : c_.Frame1) frame.visible = closed;
+  if (show_panels) show_panels(closed);
   return closed;
 }
 

@@ -1,6 +1,8 @@
 #pragma once
 // The map axes: the load type and its load axis, the RPM-points and load-points edits, and
 // the map enable boxes. Both grids always show the correction map's axes.
+#include <functional>
+
 #include "shell/form1_controls.h"
 #include "shell/program_state.h"
 
@@ -19,9 +21,12 @@ class MapAxes {
   // load_points from the load headings for the current load type.
   void fill_load_points();
 
+  // Shows or hides every tuning panel: they make way while an axis is edited.
+  std::function<void(bool visible)> show_panels;
+
  private:
-  // Flips a heading row or column between editable (0) and fixed (1); every tuning panel
-  // hides while it is open. True when the edit closed.
+  // Flips a heading row or column between editable (0) and fixed (1); the tuning panels hide
+  // while it is open. True when the edit closed.
   bool toggle_heading_edit(int& fixed);
   void copy_load_axis();
   void copy_rpm_axis();

@@ -23,6 +23,10 @@ struct MapState {
 
   // The operating cell marked green on the correction map.
   int marked_row = 0, marked_col = 0;
+  // The controller's operating cell: its index in the previous status frame, and its map row
+  // (0-15) and column (1-15).
+  int previous_cell = -1;
+  int cell_row = 0, cell_col = 0;
 };
 
 }  // namespace nerit

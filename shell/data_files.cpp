@@ -23,4 +23,12 @@ std::optional<std::vector<std::uint8_t>> read_file_bytes(const std::filesystem::
   return bytes;
 }
 
+void write_file_bytes(const std::filesystem::path& file, const std::vector<std::uint8_t>& bytes) {
+  std::ofstream out(file, std::ios::binary | std::ios::trunc);
+  if (!out) throw FileError("Cannot open " + file.string());
+  out.write(reinterpret_cast<const char*>(bytes.data()),
+            static_cast<std::streamsize>(bytes.size()));
+  if (!out) throw FileError("Cannot write " + file.string());
+}
+
 }  // namespace nerit

@@ -14,4 +14,7 @@ std::filesystem::path data_file(const std::filesystem::path& pfad, std::string_v
 // The whole file, or nothing when it does not exist. FileError when it exists but cannot be read.
 std::optional<std::vector<std::uint8_t>> read_file_bytes(const std::filesystem::path& file);
 
+// Replaces the file's contents. FileError when it cannot be written.
+void write_file_bytes(const std::filesystem::path& file, const std::vector<std::uint8_t>& bytes);
+
 }  // namespace nerit

@@ -34,6 +34,11 @@ struct SerialError : ProgramError {
   using ProgramError::ProgramError;
 };
 
+// Thrown out of a wait whose port has closed under it (the device went away, or the link was
+// closed from inside the wait): the action ends without a box, the link has logged why.
+// Not a std::exception, so only the fault boundary's own clause takes it.
+struct LinkLost {};
+
 // Thrown out of a wait when the main window has been closed: it unwinds every nested
 // handler up to the event loop, which then ends. Deliberately not a std::exception, so
 // that no fault boundary turns it into a message box.

@@ -7,7 +7,13 @@
 
 namespace nerit {
 
-// Returns false when the handler failed. ProgramClosing passes through.
-bool run_handler(Dialogs& dialogs, const std::function<void()>& handler);
+// How the failure's box is shown: modal for actions of the user and timers; without stopping
+// anything for serial arrivals, which a wait further down may be waiting on.
+enum class FaultBox { Modal, Modeless };
+
+// Returns false when the handler failed. ProgramClosing passes through; LinkLost ends the
+// action without a box.
+bool run_handler(Dialogs& dialogs, const std::function<void()>& handler,
+                 FaultBox box = FaultBox::Modal);
 
 }  // namespace nerit

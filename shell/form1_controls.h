@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "shell/controls.h"
+#include "shell/pressure_tables.h"
 
 namespace nerit {
 
@@ -33,16 +34,6 @@ struct Form1Menus {
   MenuItem lstop{"Stop"};
 };
 
-// Index of each tuning panel in Frame1, the same as its entry in List2.
-enum PanelIndex : int {
-  kPanelInjektoradjust = 0,
-  kPanelAirflowFuelcut = 1,
-  kPanelBoostcontrol = 2,
-  kPanelAirflowOutput = 3,
-  kPanelAccelerationFuel = 4,
-  kPanelCount = 5,
-};
-
 inline constexpr int kMapSize = 16;  // rows and columns of each map
 
 struct Form1Controls {
@@ -66,45 +57,16 @@ struct Form1Controls {
   ComboBox Combo2;              // debug port
   ListBox List1;                // log
 
-  // Maps
-  Frame correction_frame{"Injektorcorrection (RPM x Load)"};
-  Frame airflow_map_frame{"Airflow Output"};
+  // Maps: the grids and what the transfers and files read beside them. The editor's own
+  // controls are the map editor's.
   Grid MSFlexGrid2{17, 17};  // injector correction
   Grid MSFlexGrid3{17, 17};  // airflow output
   CheckBox Check6{"Map Aktiv"};
   CheckBox Check4{"Aktiv"};
-  CheckBox Check5{"Automap"};
-  CheckBox Check2{"Highlight"};
-  Label load_type_label{"Loadtype"};
   ComboBox Combo1;  // load type
-  TextBox Text2;    // floating cell editor of MSFlexGrid2
-  TextBox Text5;    // floating cell editor of MSFlexGrid3
-  // Map command frame, shown at a grid on a right-button press.
-  Frame Frame6;
-  CommandButton Command13{"interpolate rows"};
-  CommandButton Command14{"Interpolate cols"};
-  CommandButton Command16{"clear"};
-  CommandButton Command8{"Command8"};
-  CommandButton Command10{"Command10"};
-  CommandButton GraphButton{"Graph"};  // opens the 3-D graph of the correction map
 
-  // Live values
-  Grid MSFlexGrid1{10, 2};
+  // Enabled once a controller answers; the live data owns what it does.
   CheckBox Check1{"Realtimedata"};
-  CheckBox Check7{"Debugdata"};
-
-  // Tuning panels, chosen in List2
-  ListBox List2;
-  std::array<Frame, kPanelCount> Frame1;
-  std::array<ScrollBar, 6> HScroll1;  // acceleration fuel
-  std::array<Label, 6> Label8;        // their values
-  CheckBox Check3{"Boostcontroll enabled"};
-  OptionButton OptionFrequency{"Karman Vortex"};  // airflow output as a frequency
-  OptionButton OptionAnalog{"Analog MAF / MAP"};  // airflow output as a voltage
-  Label Label1{"Input:"};                         // airflow input
-  ComboBox Combo3;                                // airflow input
-  Label clamp_label{"Clamp / mV:"};
-  TextBox Text1;  // airflow clamp, mV
 
   Timer Timer1{250};
   Timer Timer2{250};
@@ -113,13 +75,11 @@ struct Form1Controls {
   Timer Timer5{2500};
 
   // Form-level state
-  std::array<std::int16_t, 401> pressure_table{};  // raw sensor byte -> kPa
-  std::array<std::int32_t, 17> rpm_points{};       // 1..16: rpmfaktor / rpm of each column
-  std::array<std::string, 3> boost_captions;       // units of the live boost row
-  std::array<std::string, 3> tps_captions;         // units of the live TPS row
-  int logging = 0;                                 // 1 while a data log records
-  std::array<std::int16_t, 17> load_points{};      // 1..16: load axis in controller units
-  int boost_display = 1;                           // live boost row: 1 kPa, 2 volts, 3 raw
+  PressureTable pressure_table{};              // raw sensor byte -> kPa
+  std::array<std::int32_t, 17> rpm_points{};   // 1..16: rpmfaktor / rpm of each column
+  int logging = 0;                             // 1 while a data log records
+  std::array<std::int16_t, 17> load_points{};  // 1..16: load axis in controller units
+  // Tuning values the settings blocks carry (the panels show them).
   double boost_enable = 0;
   double boost_start = 0;  // raw sensor byte
   double boost_set = 0;

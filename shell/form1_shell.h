@@ -14,7 +14,12 @@ class Form1Shell {
              std::filesystem::path program_folder)
       : c_(c), vars_(vars), platform_(platform), program_folder_(std::move(program_folder)) {}
 
-  void Form_Load();
+  // The main window's start-up steps that are the shell's; the window runs them in order with
+  // those of the other parts.
+  void load_map_grids();        // every map cell "0"
+  void load_window();           // pfad, caption, load type and debug port lists
+  void load_menus();            // logging entries off until realtime data runs
+  void load_axes_and_labels();  // map grid layout and default axes, link labels offline
   void Form_Activate();
   void Form_Unload();
   void Grundeinstellungen_Click();

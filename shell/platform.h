@@ -3,6 +3,7 @@
 // program, tests/support for the tests (with a virtual clock).
 #include <filesystem>
 #include <functional>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -39,8 +40,20 @@ class SerialPort {
   // What device a port number stands for ("" when none), for the window to show.
   virtual std::string device_name(int number) const = 0;
 
-  // Runs on the UI thread for every notification (the receive event).
+  // Runs on the UI thread for every notification (the receive event), also while a message
+  // box or another handler's wait is open.
   std::function<void()> on_comm;
+  // Runs on the UI thread when the open port has closed by itself (the device went away or
+  // stopped taking bytes), with the reason for the log ("device removed").
+  std::function<void(const std::string& why)> on_closed;
+};
+
+// Serial ports beyond the main window's own: a window that talks to the controller by itself
+// (the firmware window) gets one of its own, numbered like the main one.
+class SerialPorts {
+ public:
+  virtual ~SerialPorts() = default;
+  virtual std::unique_ptr<SerialPort> make_port() = 0;
 };
 
 // Makes Timer models tick: told whenever a timer is switched on or off or gets a new interval.
@@ -84,7 +97,13 @@ inline constexpr const char* kProgramTitle = "Nerit";
 class Dialogs {
  public:
   virtual ~Dialogs() = default;
+  // A modal box: returns the answer once the user has closed it. Serial arrivals and timers
+  // go on meanwhile.
   virtual MsgAnswer message_box(const MessageBoxRequest& request) = 0;
+  // A box with an OK button that does not stop the caller: it stays on screen while the
+  // program goes on. For failures of events nobody waits on (serial arrivals), so that a wait
+  // further down keeps being served.
+  virtual void notify(const MessageBoxRequest& request) = 0;
   // The chosen file, or an empty path when the user cancelled.
   virtual std::filesystem::path file_dialog(const FileDialogRequest& request) = 0;
   // The text typed, or "" when cancelled.
@@ -135,6 +154,7 @@ struct Platform {
   Clock& clock;
   Locale& locale;
   WindowHost& windows;
+  SerialPorts& ports;  // further ports, for windows with a link of their own
 
   std::string time_text() const { return format_date_time(clock.now(), locale.time_pattern()); }
   std::string date_text() const {

@@ -17,20 +17,20 @@ namespace nerit::ui {
 Application::Application(Options options)
     : options_(std::move(options)),
       timers_(runner()),
-      comm_(PortNumbering(options_.ports, options_.simulator_device), runner()),
-      platform_{comm_,   timers_,
-                pump_,   options_.dialogs ? *options_.dialogs : static_cast<Dialogs&>(qt_dialogs_),
-                clock_,  locale_,
-                windows_} {
+      comm_(PortNumbering(options_.ports, options_.simulator_device), runner(FaultBox::Modeless)),
+      ports_(comm_),
+      platform_{comm_,    timers_,
+                pump_,    options_.dialogs ? *options_.dialogs : static_cast<Dialogs&>(qt_dialogs_),
+                clock_,   locale_,
+                windows_, ports_} {
   program_ = std::make_unique<Program>(platform_, options_.program_folder);
   main_ = std::make_unique<MainWindow>(program_->form1, runner());
+  qt_dialogs_.set_owner(main_.get());
+  windows_.busy = [this] { return run_depth_ > 0; };
   main_->on_close = [this] { run([this] { program_->form1.shell.Form_Unload(); }); };
   pump_.before_wait = [this] {
     comm_.send_pending();  // the request goes out before the window repaints
     refresh();
-  };
-  comm_.on_problem = [this](const std::string& text) {
-    run([this, text] { program_->form1.c.List1.add_item(platform_.time_text() + " -> " + text); });
   };
 
   windows_.factories[FormId::Form4] = [this] {
@@ -63,7 +63,7 @@ void Application::start() {
       QCoreApplication::processEvents();
     }
   }
-  run([this] { program_->form1.shell.Form_Load(); });
+  run([this] { program_->form1.Form_Load(); });
   if (QWidget* screen = main_->window(); screen && screen->screen()) {
     const QRect avail = screen->screen()->availableGeometry();
     main_->resize(main_->size().boundedTo(avail.size()));
@@ -73,7 +73,7 @@ void Application::start() {
   run([this] { program_->form1.shell.Form_Activate(); });
 }
 
-void Application::run(const std::function<void()>& handler) {
+void Application::run(const std::function<void()>& handler, FaultBox box) {
   if (pump_.closing) return;
   {
     struct Depth {
@@ -82,7 +82,7 @@ void Application::run(const std::function<void()>& handler) {
       ~Depth() { --n; }
     } depth(run_depth_);
     try {
-      run_handler(platform_.dialogs, handler);
+      run_handler(platform_.dialogs, handler, box);
     } catch (const ProgramClosing&) {
       // The main window was closed inside a wait; the event loop is ending.
     }
@@ -90,6 +90,7 @@ void Application::run(const std::function<void()>& handler) {
   comm_.send_pending();
   if (pump_.closing) return;
   if (run_depth_ == 0) {
+    windows_.collect();  // nothing stands on a closed window any more
     refresh();
     return;
   }

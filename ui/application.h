@@ -6,6 +6,7 @@
 #include <memory>
 
 #include "app/form1.h"
+#include "shell/fault_boundary.h"
 #include "ui/main_window.h"
 #include "ui/qt_platform.h"
 #include "ui/qt_serial_port.h"
@@ -29,7 +30,9 @@ class Application : public QObject {
 
   // Splash, main window load, show, first activation.
   void start();
-  void run(const std::function<void()>& handler);
+  // Runs a handler behind the fault boundary (a failure becomes a box: modal, or for serial
+  // arrivals one that stops nothing), then shows what it changed.
+  void run(const std::function<void()>& handler, FaultBox box = FaultBox::Modal);
   void refresh();
 
   Program& program() { return *program_; }
@@ -39,8 +42,8 @@ class Application : public QObject {
   bool closing() const { return pump_.closing; }
 
  private:
-  HandlerRunner runner() {
-    return [this](const std::function<void()>& h) { run(h); };
+  HandlerRunner runner(FaultBox box = FaultBox::Modal) {
+    return [this, box](const std::function<void()>& h) { run(h, box); };
   }
   void end_program();
   void focus_changed(QWindow* now);
@@ -53,6 +56,7 @@ class Application : public QObject {
   QtLocale locale_;
   QtWindows windows_;
   QtSerialPort comm_;
+  QtSerialPorts ports_;
   Platform platform_;
   std::unique_ptr<Program> program_;
   std::unique_ptr<MainWindow> main_;

@@ -9,10 +9,11 @@
 
 namespace nerit::ui {
 
-CellEditorBox::CellEditorBox(TextBox& model, GridView* view, HandlerRunner run,
+CellEditorBox::CellEditorBox(TextBox& model, const Frame& frame, GridView* view, HandlerRunner run,
                              CellEditorEvents events, const MapEditKeys& edit_keys)
     : QLineEdit(view->viewport()),
       m_(model),
+      frame_(frame),
       view_(view),
       run_(std::move(run)),
       events_(std::move(events)),
@@ -41,7 +42,18 @@ void CellEditorBox::take_text() {
 
 void CellEditorBox::place() {
   const Grid& g = view_->grid();
-  const QRect cell = view_->visualRect(view_->model()->index(g.row, g.col));
+  const std::array<int, 4> at{m_.left, m_.top, m_.width, m_.height};
+  if (at != placed_at_) {
+    // The cell whose corner the model's twips name; the current cell if none does.
+    placed_at_ = at;
+    placed_row_ = g.row;
+    placed_col_ = g.col;
+    for (int r = 0; r < g.rows(); ++r)
+      if (g.top + g.cell_top(r) == m_.top) placed_row_ = r;
+    for (int c = 0; c < g.cols(); ++c)
+      if (frame_.left + g.left + g.cell_left(c) == m_.left) placed_col_ = c;
+  }
+  const QRect cell = view_->visualRect(view_->model()->index(placed_row_, placed_col_));
   if (cell.isValid() && geometry() != cell) setGeometry(cell);
 }
 

@@ -2,6 +2,7 @@
 // The floating cell editor of a map (Text2, Text5): a line edit over the grid's current cell.
 // Every key goes to the core first; the box then shows the model's text and selection.
 #include <QLineEdit>
+#include <array>
 #include <functional>
 #include <string>
 
@@ -20,8 +21,9 @@ struct CellEditorEvents {
 
 class CellEditorBox : public QLineEdit {
  public:
-  CellEditorBox(TextBox& model, GridView* view, HandlerRunner run, CellEditorEvents events,
-                const MapEditKeys& edit_keys);
+  // `frame` is the map frame the model's position counts from.
+  CellEditorBox(TextBox& model, const Frame& frame, GridView* view, HandlerRunner run,
+                CellEditorEvents events, const MapEditKeys& edit_keys);
   void refresh();
 
  protected:
@@ -31,9 +33,12 @@ class CellEditorBox : public QLineEdit {
 
  private:
   void take_text();  // what the widget shows into the model
-  void place();      // over the grid's current cell
+  // Over the cell the model placed the box on: it stays there while the grid's current cell
+  // moves on (a load type chosen, an Automap fill).
+  void place();
 
   TextBox& m_;
+  const Frame& frame_;
   GridView* view_;
   HandlerRunner run_;
   CellEditorEvents events_;
@@ -42,6 +47,8 @@ class CellEditorBox : public QLineEdit {
   std::string text_;
   int sel_start_ = -1, sel_length_ = -1;
   bool focus_ = false;
+  std::array<int, 4> placed_at_{-1, -1, -1, -1};  // the model's left, top, width, height
+  int placed_row_ = -1, placed_col_ = -1;
 };
 
 }  // namespace nerit::ui

@@ -55,6 +55,7 @@ class MainWindow : public QMainWindow {
     QPushButton* Command10 = nullptr;
     QPushButton* GraphButton = nullptr;
     std::map<std::string, QCheckBox*> check;  // by caption
+    QLineEdit* Text1 = nullptr;
     std::array<QGroupBox*, kPanelCount> Frame1{};
     QStackedWidget* panel_stack = nullptr;
     std::map<std::string, QAction*> menu;  // by caption
@@ -69,13 +70,15 @@ class MainWindow : public QMainWindow {
 
  private:
   QWidget* build_link_bar();
-  QWidget* build_maps();
-  QGroupBox* build_map(QWidget* parent, MapId map);
-  void build_map_commands();
-  QWidget* build_live();
-  QWidget* build_panels();
+  QWidget* build_maps();                             // main_window_maps.cpp
+  QGroupBox* build_map(QWidget* parent, MapId map);  // main_window_maps.cpp
+  void build_map_commands();                         // main_window_maps.cpp
+  // Where Frame6 goes: the position the model gives, on the grid it was computed for.
+  QPoint command_frame_position(const Frame& m) const;
+  QWidget* build_live();    // main_window_live.cpp
+  QWidget* build_panels();  // main_window_live.cpp
   void build_menus();
-  QAction* add_menu_item(QMenu* menu, const MenuItem& m, Handler click = {});
+  QAction* add_menu_item(QMenu* menu, const MenuItem& m, const char* control, Handler click = {});
 
   Form1& f_;
   HandlerRunner run_;

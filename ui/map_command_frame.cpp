@@ -6,8 +6,9 @@
 
 namespace nerit::ui {
 
-MapCommandFrame::MapCommandFrame(const Frame& model, QWidget* parent)
-    : QFrame(parent), m_(model), column_(new QVBoxLayout(this)) {
+MapCommandFrame::MapCommandFrame(const Frame& model, QWidget* parent,
+                                 std::function<QPoint(const Frame&)> position)
+    : QFrame(parent), m_(model), column_(new QVBoxLayout(this)), position_(std::move(position)) {
   setFrameShape(QFrame::StyledPanel);
   setFrameShadow(QFrame::Raised);
   setAutoFillBackground(true);
@@ -36,7 +37,7 @@ void MapCommandFrame::refresh() {
   if (isEnabled() != m_.enabled) setEnabled(m_.enabled);
   if (size() != sizeHint()) resize(sizeHint());
   QWidget* host = parentWidget();
-  const QPoint wanted = host->mapFromGlobal(anchor_);
+  const QPoint wanted = position_(m_);
   const QPoint at(std::clamp(wanted.x(), 0, std::max(0, host->width() - width())),
                   std::clamp(wanted.y(), 0, std::max(0, host->height() - height())));
   if (pos() != at) move(at);

@@ -1,8 +1,9 @@
 #pragma once
-// The map command frame (Frame6): a small panel of buttons floating over the maps, shown where
-// the right mouse button went down while its model is visible.
+// The map command frame (Frame6): a small panel of buttons floating over the maps, shown at
+// the position its model gives while the model is visible.
 #include <QFrame>
 #include <QPoint>
+#include <functional>
 
 #include "shell/controls.h"
 
@@ -13,17 +14,17 @@ namespace nerit::ui {
 
 class MapCommandFrame : public QFrame {
  public:
-  MapCommandFrame(const Frame& model, QWidget* parent);
+  // `position` turns the model's position into one in the parent's coordinates.
+  MapCommandFrame(const Frame& model, QWidget* parent,
+                  std::function<QPoint(const Frame&)> position);
   // A button for the caller to bind; `small` for the buttons without an effect.
   QPushButton* add_button(bool small = false);
-  // Where the frame goes the next time it shows, in global coordinates.
-  void set_anchor(QPoint global) { anchor_ = global; }
   void refresh();
 
  private:
   const Frame& m_;
   QVBoxLayout* column_;
-  QPoint anchor_;
+  std::function<QPoint(const Frame&)> position_;
 };
 
 }  // namespace nerit::ui

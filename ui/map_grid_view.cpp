@@ -45,12 +45,15 @@ void MapGridView::mousePressEvent(QMouseEvent* event) {
   const QModelIndex cell = indexAt(event->position().toPoint());
   if (event->buttons() == event->button()) pressed_.clear();  // a release we never saw
   if (button == 0 || !cell.isValid()) return;
-  if (cell.row() < grid_.fixed_rows || cell.column() < grid_.fixed_cols) return;
+  // The right button only calls up the block commands, on headings too: the selection stays.
+  const bool heading = cell.row() < grid_.fixed_rows || cell.column() < grid_.fixed_cols;
+  if (heading && button != kRightButton) return;
   pressed_.insert(button);
-  if (on_press) on_press(event->globalPosition().toPoint());
-  // Only the far corner: the handler still needs the cell the box was editing.
-  grid_.row_sel = cell.row();
-  grid_.col_sel = cell.column();
+  if (button != kRightButton) {
+    // Only the far corner: the handler still needs the cell the box was editing.
+    grid_.row_sel = cell.row();
+    grid_.col_sel = cell.column();
+  }
   run_([this, button] { events_.MouseDown(button); });
 }
 

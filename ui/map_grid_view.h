@@ -20,8 +20,6 @@ class MapGridView : public GridView {
  public:
   MapGridView(Grid& grid, HandlerRunner run, MapGridEvents events, const MapEditKeys& edit_keys,
               QWidget* parent = nullptr);
-  // Told where a press on a body cell went down (global), before its handler runs.
-  std::function<void(QPoint global)> on_press;
 
  protected:
   void mousePressEvent(QMouseEvent* event) override;

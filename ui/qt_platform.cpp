@@ -2,11 +2,13 @@
 
 #include <QApplication>
 #include <QDateTime>
+#include <QEvent>
 #include <QFileDialog>
 #include <QInputDialog>
 #include <QLocale>
 #include <QMessageBox>
 #include <QStringList>
+#include <utility>
 
 #include "shell/controls.h"
 #include "shell/errors.h"
@@ -66,45 +68,65 @@ void QtPump::process_events() {
 
 // --- dialogs -------------------------------------------------------------------------------
 
-MsgAnswer QtDialogs::message_box(const MessageBoxRequest& r) {
-  QMessageBox box(QApplication::activeWindow());
-  box.setWindowTitle(QString::fromStdString(r.title));
-  box.setText(QString::fromStdString(r.text));
+namespace {
+
+QMessageBox* make_box(const MessageBoxRequest& r, QWidget* owner) {
+  auto* box = new QMessageBox(owner);
+  box->setWindowTitle(QString::fromStdString(r.title));
+  box->setText(QString::fromStdString(r.text));
+  box->setAccessibleName(QString::fromStdString(r.title));
+  box->setAccessibleDescription(QString::fromStdString(r.text));
   switch (r.icon) {
     case MsgIcon::Critical:
-      box.setIcon(QMessageBox::Critical);
+      box->setIcon(QMessageBox::Critical);
       break;
     case MsgIcon::Question:
-      box.setIcon(QMessageBox::Question);
+      box->setIcon(QMessageBox::Question);
       break;
     case MsgIcon::Exclamation:
-      box.setIcon(QMessageBox::Warning);
+      box->setIcon(QMessageBox::Warning);
       break;
     case MsgIcon::Information:
-      box.setIcon(QMessageBox::Information);
+      box->setIcon(QMessageBox::Information);
       break;
     case MsgIcon::None:
-      box.setIcon(QMessageBox::NoIcon);
+      box->setIcon(QMessageBox::NoIcon);
       break;
   }
   switch (r.buttons) {
     case MsgButtons::Ok:
-      box.setStandardButtons(QMessageBox::Ok);
+      box->setStandardButtons(QMessageBox::Ok);
       break;
     case MsgButtons::OkCancel:
-      box.setStandardButtons(QMessageBox::Ok | QMessageBox::Cancel);
+      box->setStandardButtons(QMessageBox::Ok | QMessageBox::Cancel);
       break;
     case MsgButtons::YesNo:
-      box.setStandardButtons(QMessageBox::Yes | QMessageBox::No);
+      box->setStandardButtons(QMessageBox::Yes | QMessageBox::No);
       break;
     case MsgButtons::YesNoCancel:
-      box.setStandardButtons(QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel);
+      box->setStandardButtons(QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel);
       break;
     case MsgButtons::RetryCancel:
-      box.setStandardButtons(QMessageBox::Retry | QMessageBox::Cancel);
+      box->setStandardButtons(QMessageBox::Retry | QMessageBox::Cancel);
       break;
   }
-  switch (box.exec()) {
+  return box;
+}
+
+}  // namespace
+
+void QtDialogs::notify(const MessageBoxRequest& r) {
+  QMessageBox* box = make_box(r, owner_);
+  box->setAttribute(Qt::WA_DeleteOnClose);
+  box->setWindowModality(Qt::NonModal);
+  box->show();
+}
+
+MsgAnswer QtDialogs::message_box(const MessageBoxRequest& r) {
+  const QPointer<QMessageBox> box = make_box(r, owner_);
+  const int result = box->exec();
+  delete box.data();  // null when the program already took the box down
+  switch (result) {
     case QMessageBox::Ok:
       return MsgAnswer::Ok;
     case QMessageBox::Yes:
@@ -133,20 +155,27 @@ std::filesystem::path QtDialogs::file_dialog(const FileDialogRequest& r) {
   const QString title = QString::fromStdString(r.title);
   const QString folder = QString::fromStdString(r.folder.string());
   const QString filter = qt_file_filter(r.filter);
-  QWidget* parent = QApplication::activeWindow();
-  const QString chosen = r.kind == FileDialogRequest::Kind::Open
-                             ? QFileDialog::getOpenFileName(parent, title, folder, filter)
-                             : QFileDialog::getSaveFileName(parent, title, folder, filter);
-  return std::filesystem::path(chosen.toStdString());
+  const QPointer<QFileDialog> dialog = new QFileDialog(owner_, title, folder, filter);
+  const bool save = r.kind == FileDialogRequest::Kind::Save;
+  dialog->setAcceptMode(save ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
+  dialog->setFileMode(save ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
+  const bool accepted = dialog->exec() == QDialog::Accepted && dialog;
+  const QStringList files = accepted ? dialog->selectedFiles() : QStringList();
+  delete dialog.data();
+  return files.isEmpty() ? std::filesystem::path()
+                         : std::filesystem::path(files.front().toStdString());
 }
 
 std::string QtDialogs::input_box(const std::string& prompt, const std::string& title,
                                  const std::string& default_text) {
-  bool ok = false;
-  const QString text = QInputDialog::getText(
-      QApplication::activeWindow(), QString::fromStdString(title), QString::fromStdString(prompt),
-      QLineEdit::Normal, QString::fromStdString(default_text), &ok);
-  return ok ? text.toStdString() : std::string();
+  const QPointer<QInputDialog> dialog = new QInputDialog(owner_);
+  dialog->setWindowTitle(QString::fromStdString(title));
+  dialog->setLabelText(QString::fromStdString(prompt));
+  dialog->setTextValue(QString::fromStdString(default_text));
+  const bool accepted = dialog->exec() == QDialog::Accepted && dialog;
+  const std::string text = accepted ? dialog->textValue().toStdString() : std::string();
+  delete dialog.data();
+  return text;
 }
 
 // --- clock and locale ----------------------------------------------------------------------
@@ -177,13 +206,18 @@ std::string QtLocale::time_pattern() const {
 
 // --- windows -------------------------------------------------------------------------------
 
+QtWindows::~QtWindows() {
+  for (auto& w : closed_) delete w.data();
+  for (auto& [form, w] : open_) delete w.data();
+}
+
 void QtWindows::show(FormId form) {
   QPointer<QWidget>& w = open_[form];
   if (!w) {
     auto factory = factories.find(form);
     if (factory == factories.end()) return;
     w = factory->second();
-    w->setAttribute(Qt::WA_DeleteOnClose);
+    w->installEventFilter(this);
   }
   w->show();
   w->raise();
@@ -191,11 +225,41 @@ void QtWindows::show(FormId form) {
 }
 
 void QtWindows::unload(FormId form) {
+  retire(form);
+}
+
+void QtWindows::retire(FormId form) {
   auto it = open_.find(form);
   if (it == open_.end()) return;
   QPointer<QWidget> w = it->second;
   open_.erase(it);
-  if (w) w->close();
+  if (!w) return;
+  w->removeEventFilter(this);
+  w->hide();
+  closed_.push_back(w);
+  QMetaObject::invokeMethod(
+      this,
+      [this] {
+        if (!busy || !busy()) collect();
+      },
+      Qt::QueuedConnection);
+}
+
+bool QtWindows::eventFilter(QObject* watched, QEvent* event) {
+  // The user closed one of the windows: it is unloaded like any other.
+  if (event->type() == QEvent::Close)
+    for (const auto& [form, w] : open_)
+      if (w == watched) {
+        retire(form);
+        break;
+      }
+  return QObject::eventFilter(watched, event);
+}
+
+void QtWindows::collect() {
+  // Deleted once control is back in the loop that runs now, never under a widget's own signal.
+  for (QPointer<QWidget>& w : std::exchange(closed_, {}))
+    if (w) w->deleteLater();
 }
 
 bool QtWindows::is_loaded(FormId form) const {

@@ -7,6 +7,7 @@
 #include <QWidget>
 #include <functional>
 #include <map>
+#include <vector>
 
 #include "shell/platform.h"
 
@@ -38,13 +39,22 @@ class QtPump : public EventPump {
   bool closing = false;
 };
 
+// Boxes and dialogs belong to the main window, which outlives every one of them: a box never
+// stands on a window that closes while it is open. Each one lives on the heap and is watched,
+// so nothing is freed twice whatever happens under its loop.
 class QtDialogs : public Dialogs {
  public:
+  void set_owner(QWidget* owner) { owner_ = owner; }
+
   using Dialogs::message_box;
   MsgAnswer message_box(const MessageBoxRequest& request) override;
+  void notify(const MessageBoxRequest& request) override;
   std::filesystem::path file_dialog(const FileDialogRequest& request) override;
   std::string input_box(const std::string& prompt, const std::string& title,
                         const std::string& default_text) override;
+
+ private:
+  QPointer<QWidget> owner_;
 };
 
 // "Nerit Files (*.inj)|*.inj" as a Qt file dialog filter.
@@ -62,8 +72,12 @@ class QtLocale : public Locale {
   std::string time_pattern() const override;
 };
 
-class QtWindows : public WindowHost {
+// The program's further windows. A window that is unloaded (or closed by the user) disappears
+// at once but is deleted only by collect(), which the program calls once no handler runs: a
+// nested loop (a box, a wait) may still stand on it until then.
+class QtWindows : public QObject, public WindowHost {
  public:
+  ~QtWindows() override;
   void show(FormId form) override;
   void unload(FormId form) override;
   bool is_loaded(FormId form) const override;
@@ -72,9 +86,20 @@ class QtWindows : public WindowHost {
   std::map<FormId, std::function<QWidget*()>> factories;
   std::function<void()> on_end;
   QWidget* widget(FormId form) const;
+  // Deletes the windows unloaded since the last call.
+  void collect();
+  // True while a handler runs: windows then wait for collect().
+  std::function<bool()> busy;
+  // Windows unloaded and not yet deleted.
+  int pending_deletions() const { return static_cast<int>(closed_.size()); }
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
+  void retire(FormId form);
   std::map<FormId, QPointer<QWidget>> open_;
+  std::vector<QPointer<QWidget>> closed_;
 };
 
 }  // namespace nerit::ui

@@ -140,7 +140,7 @@ void QtSerialPort::set_port_open(bool open) {
   }
   port_.clear(QSerialPort::AllDirections);
   open_device_ = device;
-  consumed_ = 0;
+  last_device_ = device;
   close_pending_ = false;
   ++session_;
 }
@@ -168,24 +168,34 @@ void QtSerialPort::send_pending() {
 std::string QtSerialPort::input() {
   if (!port_.isOpen()) throw SerialError("Operation valid only when the port is open");
   const QByteArray all = port_.readAll();
-  consumed_ += static_cast<std::uint64_t>(all.size());
   return std::string(all.constData(), static_cast<std::size_t>(all.size()));
 }
 
+std::string QtSerialPort::device_name(int number) const {
+  const std::string listed = ports_.device_name(number);
+  return listed.empty() && number == number_ ? last_device_ : listed;
+}
+
+std::unique_ptr<QtSerialPort> QtSerialPort::sibling() const {
+  return std::make_unique<QtSerialPort>(ports_, run_);
+}
+
 void QtSerialPort::received() {
-  // Qt does not signal readyRead again while a handler of it still runs (one that waits or shows
-  // a message box), so what came in meanwhile is handed on once the handler returns.
-  for (;;) {
-    const int session = session_;
-    const std::uint64_t before = consumed_ + static_cast<std::uint64_t>(port_.bytesAvailable());
-    event_ = kReceive;
-    run_([this] {
-      if (on_comm) on_comm();
-    });
-    if (session != session_ || !port_.isOpen()) return;
-    const auto waiting = static_cast<std::uint64_t>(port_.bytesAvailable());
-    if (waiting == 0 || consumed_ + waiting <= before) return;
-  }
+  // Qt signals readyRead again only once its handler has returned: the handler runs later, from
+  // the event loop, so that a box or a wait inside it never stops the next arrival.
+  if (delivery_posted_) return;
+  delivery_posted_ = true;
+  QMetaObject::invokeMethod(
+      this, [this] { deliver(); }, Qt::QueuedConnection);
+}
+
+void QtSerialPort::deliver() {
+  delivery_posted_ = false;
+  if (!port_.isOpen() || port_.bytesAvailable() == 0) return;
+  event_ = kReceive;
+  run_([this] {
+    if (on_comm) on_comm();
+  });
 }
 
 void QtSerialPort::failed(QSerialPort::SerialPortError error) {
@@ -207,14 +217,14 @@ void QtSerialPort::failed(QSerialPort::SerialPortError error) {
   // Left open, the port repeats the error in a tight loop. The close waits until Qt has left its
   // notification handler.
   close_pending_ = true;
-  const std::string message =
-      "Port " + std::to_string(number_) + " (" + open_device_ + ") closed: " + why;
   QMetaObject::invokeMethod(
       this,
-      [this, session = session_, message] {
+      [this, session = session_, why] {
         if (session != session_ || !port_.isOpen()) return;
         close_port();
-        if (on_problem) on_problem(message);
+        run_([this, why] {
+          if (on_closed) on_closed(why);
+        });
       },
       Qt::QueuedConnection);
 }

@@ -1,12 +1,14 @@
 #pragma once
 // The main window's serial port on QSerialPort.
 //
-// Every readyRead reaches on_comm with the receive event (2). The overrun (1006) and receive
-// buffer overflow (1008) events never occur here: Qt 6 does not report overrun or framing
-// errors, and the read buffer is unlimited.
+// Every arrival reaches on_comm with the receive event (2), on the next turn of the event loop,
+// so that a handler of an earlier arrival that is still running (a box, a wait) never holds
+// back the next one. The overrun (1006) and receive buffer overflow (1008) events never occur
+// here: Qt 6 does not report overrun or framing errors, and the read buffer is unlimited.
 #include <QObject>
 #include <QSerialPort>
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <string>
 
@@ -42,18 +44,19 @@ class QtSerialPort : public QObject, public SerialPort {
   void output(const std::string& chars) override;
   std::string input() override;
   int comm_event() const override { return event_; }
-  std::string device_name(int number) const override { return ports_.device_name(number); }
+  // The device as listed; for the port in use, the device it opened even after it went away.
+  std::string device_name(int number) const override;
 
   // Hands what output() buffered to the driver now, as far as it takes it, instead of on the
   // next turn of the event loop: the program calls it before it waits or repaints.
   void send_pending();
 
-  // Told when the port has closed by itself (device removed, read or write failure), with a
-  // sentence for the log.
-  std::function<void(const std::string&)> on_problem;
+  // Further ports numbered like this one, for windows with a link of their own.
+  std::unique_ptr<QtSerialPort> sibling() const;
 
  private:
   void received();
+  void deliver();
   void failed(QSerialPort::SerialPortError error);
   bool apply(const LineSettings& line);
   void close_port();
@@ -65,9 +68,19 @@ class QtSerialPort : public QObject, public SerialPort {
   std::string settings_ = "9600,N,8,1";
   int event_ = 0;
   std::string open_device_;
-  std::uint64_t consumed_ = 0;  // bytes handed out by input() since opening
-  int session_ = 0;             // counts opens and closes, to drop stale deferred closes
+  std::string last_device_;  // the device the port last opened
+  int session_ = 0;          // counts opens and closes, to drop stale deferred closes
   bool close_pending_ = false;
+  bool delivery_posted_ = false;
+};
+
+class QtSerialPorts : public SerialPorts {
+ public:
+  explicit QtSerialPorts(const QtSerialPort& main) : main_(main) {}
+  std::unique_ptr<SerialPort> make_port() override { return main_.sibling(); }
+
+ private:
+  const QtSerialPort& main_;
 };
 
 }  // namespace nerit::ui

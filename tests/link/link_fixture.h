@@ -14,7 +14,7 @@ namespace nerit::testing {
 
 class LinkFixture : public ::testing::Test {
  protected:
-  LinkFixture() { f.shell.Form_Load(); }
+  LinkFixture() { f.Form_Load(); }
 
   // Port `port` open and the controller online, as after a successful connect.
   void go_online(int port = 1) {

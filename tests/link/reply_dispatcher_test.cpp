@@ -28,7 +28,7 @@ class ReplyDispatch : public LinkFixture {
     fp.comm.arrive_after(1, bytes, event);
     fp.clock.advance(1);
   }
-  std::string live(int row) const { return c.MSFlexGrid1.text(row, 1); }
+  std::string live(int row) const { return f.live_controls.MSFlexGrid1.text(row, 1); }
   static Strings cells(const Grid& g, int row, int from, int to) {
     Strings s;
     for (int col = from; col <= to; ++col) s.push_back(g.text(row, col));
@@ -110,7 +110,7 @@ TEST_F(ReplyDispatch, StatusFrameLogLineAndLiveRows) {
   };
   for (const auto& k : cases) {
     SCOPED_TRACE(::testing::Message() << "offset " << k.offset << " value " << k.value);
-    c.boost_display = k.boost_display;
+    f.live_controls.boost_display = k.boost_display;
     fp.locale.decimal = k.separator;
     c.Combo1.select(k.load_type);
     ReplyFrame frame(0xFF);
@@ -135,8 +135,7 @@ TEST_F(ReplyDispatch, StatusFrameLogLineAndLiveRows) {
 // raised to 1; with keyboard focus the row and column are kept.
 TEST_F(ReplyDispatch, HighlightFollowsTheOperatingCellWhenItMoves) {
   using Calls = std::vector<std::pair<int, int>>;
-  Calls calls;
-  f.dispatcher.hooks.highlight = [&](int r, int col) { calls.emplace_back(r, col); };
+  Grid& g = c.MSFlexGrid2;
   const struct {
     int check2, fokus, b13;
     Calls expected;
@@ -146,31 +145,37 @@ TEST_F(ReplyDispatch, HighlightFollowsTheOperatingCellWhenItMoves) {
   };
   for (const auto& s : steps) {
     SCOPED_TRACE(s.b13);
-    calls.clear();
-    c.Check2.value = s.check2;
+    g.set_all_back_color(0x123456);  // a green cell afterwards is one the step marked
+    f.map_controls.Check2.value = s.check2;
     vars.fokus = s.fokus;
     arrive(ReplyFrame(0xFF).byte(13, s.b13));
+    Calls calls;
+    for (int r = 0; r < g.rows(); ++r)
+      for (int col = 0; col < g.cols(); ++col)
+        if (g.back_color(r, col) == kGreen) calls.emplace_back(r, col);
     EXPECT_EQ(calls, s.expected);
   }
 }
 
-// 3000 rpm, TPS 50 %, 250 kPa, 1000 mV, in 20 Hz; the load as the chosen load type counts it.
+// 3000 rpm, TPS 50 %, 250 kPa, 1000 mV, in 20 Hz; the load as the chosen load type counts it
+// picks the airflow cell that gets the airflow input.
 TEST_F(ReplyDispatch, AutomapGetsTheLoadOfItsType) {
-  std::vector<std::array<double, 3>> automap;
-  f.dispatcher.hooks.automap = [&](double s, double l, double v) { automap.push_back({s, l, v}); };
+  const double loads[4] = {50, 250, 1000, 20};
+  f.maps.automap_rpm[2] = 3000;
+  for (int i = 0; i < 4; ++i) f.maps.automap_load[static_cast<std::size_t>(3 + i)] = loads[i];
+  Grid& g = c.MSFlexGrid3;
   ReplyFrame frame(0xFF);
   frame.status_word(4, 10000).byte(4, 120).byte(5, 200).byte(16, 51).status_word(8, 12500);
   arrive(frame);  // Automap not ticked
-  c.Check5.value = 1;
+  EXPECT_EQ(cells(g, 3, 2, 2), Strings{"0"});
+  f.map_controls.Check5.value = 1;
   for (int index = 0; index < 4; ++index) {
+    SCOPED_TRACE(index);
     c.Combo1.select(index);
     arrive(frame);
+    EXPECT_EQ(cells(g, 3 + index, 1, 3), (Strings{"0", "20", "0"}));
+    EXPECT_EQ(g.back_color(3 + index, 2), kYellow);
   }
-  arrive(ReplyFrame(0xFF).byte(4, 10));
-  using Calls = std::vector<std::array<double, 3>>;
-  EXPECT_EQ(
-      automap,
-      (Calls{{3000, 50, 20}, {3000, 250, 20}, {3000, 1000, 20}, {3000, 20, 20}, {3000, 0, 0}}));
 }
 
 // --- SRAM blocks -----------------------------------------------------------------------------
@@ -186,8 +191,9 @@ TEST_F(ReplyDispatch, SettingsBlockOne) {
       {3, 2, "Airflow Out: Voltage 0-5000 mV|0 1|3 1|0 0"},
   };
   for (const auto& k : cases) {
-    c.Check3.value = k.boost == 1 ? 0 : 1;  // the opposite of what the block sets
-    c.Frame1[kPanelBoostcontrol].enabled = c.Combo3.enabled = k.boost != 1;
+    f.panel_controls.Check3.value = k.boost == 1 ? 0 : 1;  // the opposite of what the block sets
+    f.panel_controls.Frame1[kPanelBoostcontrol].enabled = f.panel_controls.Combo3.enabled =
+        k.boost != 1;
     link.reply_done = 0;
     arrive(sram_reply(0x240, {3, 2, 20, 220, 0x50, 0x01, 0x34, 0x12, 0xE8, 0x03, 0x20, 0x03, 160,
                               k.airflowtype, 200, k.boost}));
@@ -199,10 +205,12 @@ TEST_F(ReplyDispatch, SettingsBlockOne) {
               (std::vector<double>{2, 20, 220, 336, 0x1234, 1000, 800, 160,
                                    static_cast<double>(k.airflowtype), 200}));
     const auto n = [](int v) { return std::to_string(v); };
-    EXPECT_EQ(c.Frame1[kPanelAirflowOutput].caption + "|" + n(c.OptionFrequency.value) + " " +
-                  n(c.OptionAnalog.value) + "|" + n(c.Combo3.list_index) + " " +
-                  n(c.Combo3.enabled) + "|" + n(c.Check3.value) + " " +
-                  n(c.Frame1[kPanelBoostcontrol].enabled),
+    EXPECT_EQ(f.panel_controls.Frame1[kPanelAirflowOutput].caption + "|" +
+                  n(f.panel_controls.OptionFrequency.value) + " " +
+                  n(f.panel_controls.OptionAnalog.value) + "|" +
+                  n(f.panel_controls.Combo3.list_index) + " " + n(f.panel_controls.Combo3.enabled) +
+                  "|" + n(f.panel_controls.Check3.value) + " " +
+                  n(f.panel_controls.Frame1[kPanelBoostcontrol].enabled),
               k.panels);
   }
 }
@@ -232,10 +240,10 @@ TEST_F(ReplyDispatch, SettingsBlockTwo) {
     EXPECT_EQ(c.Check4.value, k.check4);
     EXPECT_EQ(c.accel_param, (std::array<double, 6>{5, 100, 77, 6, 120, 30}));
     Strings labels;
-    for (const Label& l : c.Label8) labels.push_back(l.caption);
+    for (const Label& l : f.panel_controls.Label8) labels.push_back(l.caption);
     EXPECT_EQ(labels, (Strings{"5", "100", "10", "6", "120", "30"}));
-    EXPECT_EQ(c.HScroll1[1].value, 100);
-    EXPECT_EQ(c.HScroll1[5].value, 30);
+    EXPECT_EQ(f.panel_controls.HScroll1[1].value, 100);
+    EXPECT_EQ(f.panel_controls.HScroll1[5].value, 30);
   }
 }
 

@@ -34,6 +34,7 @@ class SessionTest : public LinkFixture {
 // frame, one character per write, and a quarter second.
 TEST_F(SessionTest, ScanTriesFiftyPortsThenFails) {
   f.c.Combo2.enabled = false;
+  fp.dialogs.expect(kFailed);
   f.session.Command1_Click();
   Ints expected;
   for (int n = 0; n < 50; ++n) expected.push_back(n % 25 + 1);
@@ -42,6 +43,7 @@ TEST_F(SessionTest, ScanTriesFiftyPortsThenFails) {
   EXPECT_EQ(face(), "offline red|-|-|closed|Combo2|connected 0");
 
   for (int p = 1; p <= 25; ++p) fp.comm.present.insert(p);
+  fp.dialogs.expect(kFailed);
   f.session.Command1_Click();
   EXPECT_EQ(fp.comm.opened.size(), 50u);
   EXPECT_EQ(fp.clock.now_ms(), 50 * 250);
@@ -59,6 +61,7 @@ TEST_F(SessionTest, ConnectsToTheFirstPortThatAnswersInTimeAndAsksToRead) {
     return std::nullopt;
   };
   f.c.Combo2.select(0);
+  fp.dialogs.expect(kOnlineQuestion, MsgAnswer::No);
   f.session.Command1_Click();
   EXPECT_EQ(fp.comm.opened, (Ints{2, 5}));
   EXPECT_EQ(fp.clock.now_ms(), 250 + 100);
@@ -77,6 +80,7 @@ TEST_F(SessionTest, ALateReplyIsDecodedAfterTheScanMovedOn) {
       fp.comm.arrive_after(300, firmware_reply("Nerit TEST 1.00 "), SerialPort::kReceive, -1);
     return std::nullopt;
   };
+  fp.dialogs.expect(kOnlineQuestion, MsgAnswer::No);
   f.session.Command1_Click();
   EXPECT_EQ(face(), "online green|Port: 3|Nerit TEST 1.00 |open|Check1|connected 1");
   EXPECT_EQ(fp.clock.now_ms(), 300);
@@ -118,6 +122,7 @@ TEST_F(SessionTest, DebugPortOpensByHandEntryZeroClosesItAndConnectLeavesIt) {
   EXPECT_EQ(face(), "Debug yellow|-|-|open|Combo2|connected 0");
   EXPECT_TRUE(fp.comm.written.empty());
   // Connect leaves debug mode and goes straight on to a scan.
+  fp.dialogs.expect(kFailed);
   f.session.Command1_Click();
   EXPECT_EQ(f.vars.debugmode, 0);
   EXPECT_EQ(fp.comm.opened, (Ints{3, 3, 3}));

@@ -128,6 +128,7 @@ TEST_F(TransfersTest, MakePermanentStaysRedUntilTheControllerConfirms) {
 
 TEST_F(TransfersTest, NoLoadTypeOrOfflineStopsEveryWrite) {
   f.c.Combo1.select(-1);
+  for (int i = 0; i < 3; ++i) fp.dialogs.expect("Fehler|Information|Ok|Keine Lastgröße gewählt!");
   f.transfers.Command9_Click();
   f.transfers.Command15_Click();
   f.transfers.Command4_Click(0);
@@ -147,12 +148,14 @@ TEST_F(TransfersTest, NoLoadTypeOrOfflineStopsEveryWrite) {
 
 TEST_F(TransfersTest, ACellThatCannotBeSentEndsTheTransferBetweenFrames) {
   f.c.MSFlexGrid2.set_text(5, 3, "201");
+  fp.dialogs.expect("Error|Critical|Ok|Overflow");
   EXPECT_FALSE(run_handler(fp.dialogs, [this] { f.transfers.Command9_Click(); }));
   EXPECT_EQ(fp.dialogs.boxes(), std::vector<std::string>{"Error|Critical|Ok|Overflow"});
   EXPECT_EQ(fp.comm.written[1].size(), 10u * 22u);  // settings, axes, rows 1-4: whole frames
   EXPECT_EQ(f.c.Command9.back_color, kButtonFace);
   f.c.MSFlexGrid2.set_text(5, 3, "0");
   f.c.MSFlexGrid3.set_text(2, 9, "0");  // an airflow frequency of zero
+  fp.dialogs.expect("Error|Critical|Ok|Division by zero");
   EXPECT_FALSE(run_handler(fp.dialogs, [this] { f.transfers.Command9_Click(); }));
   EXPECT_EQ(fp.dialogs.shown.at(1).text, "Division by zero");
   EXPECT_EQ(fp.comm.written[1].size(), (10u + 25u) * 22u);  // through the first half of row 2
@@ -164,7 +167,7 @@ using RoundTripTest = LinkFixture;
 TEST_F(RoundTripTest, WrittenMapsAndAxesReadBackUnchanged) {
   sim::Controller controller;
   SimWire wire(fp.comm, controller);
-  fp.dialogs.answers = {MsgAnswer::Yes};
+  fp.dialogs.expect(kOnlineQuestion, MsgAnswer::Yes);
   f.session.Command1_Click();
   ASSERT_EQ(f.vars.connected, 1);
 

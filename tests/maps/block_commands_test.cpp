@@ -37,10 +37,10 @@ TEST_F(BlockCommandsTest, InterpolationFillsTheCellsBetweenTheEnds) {
     grid(c.map).set_text(c.r0, c.c0, c.first);
     grid(c.map).set_text(c.r1, c.c1, c.last);
     right_click_block(c.map, c.r0, c.c0, c.r1, c.c1);
-    ASSERT_TRUE(f.c.Frame6.visible);
+    ASSERT_TRUE(f.map_controls.Frame6.visible);
     c.by_rows ? f.block_commands.Command13_Click() : f.block_commands.Command14_Click();
     EXPECT_EQ(cells(c.map, c.r0, c.c0, c.r1, c.c1), c.line);
-    EXPECT_FALSE(f.c.Frame6.visible);
+    EXPECT_FALSE(f.map_controls.Frame6.visible);
   }
   EXPECT_TRUE(peer.frames.empty());
 }
@@ -48,16 +48,17 @@ TEST_F(BlockCommandsTest, InterpolationFillsTheCellsBetweenTheEnds) {
 TEST_F(BlockCommandsTest, BlockOfOneColumnStopsRowInterpolationWithADivisionError) {
   grid(kCorr).set_text(3, 4, "50");
   right_click_block(kCorr, 2, 4, 6, 4);
+  fp.dialogs.expect("Error|Critical|Ok|Division by zero");
   EXPECT_FALSE(run_handler(fp.dialogs, [&] { f.block_commands.Command13_Click(); }));
   EXPECT_EQ(fp.dialogs.boxes(), std::vector<std::string>{"Error|Critical|Ok|Division by zero"});
-  EXPECT_TRUE(f.c.Frame6.visible);  // nothing after the failing step ran
+  EXPECT_TRUE(f.map_controls.Frame6.visible);  // nothing after the failing step ran
   EXPECT_EQ(cells(kCorr, 2, 4, 6, 4), "0|50|0|0|0");
 }
 
 TEST_F(BlockCommandsTest, AutomapFillsTheFirstMatchingCellYellowUntilClear) {
   f.c.Combo1.select(3);
   f.axes.Combo1_Click();  // load headings 50, 246, 443 ...
-  f.c.Check5.value = 1;
+  f.map_controls.Check5.value = 1;
   f.automap.Check5_Click();
   grid(kCorr).set_text(0, 1, "9999");  // later axis changes do not reach the snapshot
 
@@ -92,9 +93,9 @@ TEST_F(BlockCommandsTest, StatusFramesMarkTheOperatingCellAndFeedAutomap) {
   f.vars.rpmfaktor = 30000000;
   f.c.Combo1.select(3);
   f.axes.Combo1_Click();
-  f.c.Check5.value = 1;
+  f.map_controls.Check5.value = 1;
   f.automap.Check5_Click();
-  f.c.Check2.value = 1;
+  f.map_controls.Check2.value = 1;
   auto status = [&](int cell) {
     ReplyFrame frame(kReplyStatus);
     frame.status_word(4, 10000).status_word(8, 1016).byte(13, cell);  // 3000 rpm, 246 Hz in
@@ -113,7 +114,7 @@ TEST_F(BlockCommandsTest, StatusFramesMarkTheOperatingCellAndFeedAutomap) {
   EXPECT_EQ(grid(kCorr).back_color(3, 3), kWhite);
   EXPECT_EQ(grid(kCorr).back_color(16, 1), kGreen);
 
-  f.c.Check2.value = 0;
+  f.map_controls.Check2.value = 0;
   status(0x45);
   EXPECT_EQ(grid(kCorr).back_color(16, 1), kGreen);
   EXPECT_EQ(grid(kCorr).back_color(5, 5), kWhite);

@@ -33,11 +33,11 @@ TEST_F(CellEditorTest, PressPlacesTheBoxOverTheCellAndKeepsWhatWasTypedBefore) {
   EXPECT_FALSE(box(kCorr).has_focus);
 
   press(kCorr, 7, 7, kRightButton);
-  EXPECT_TRUE(f.c.Frame6.visible);
-  EXPECT_EQ(f.c.Frame6.left * 1000 + f.c.Frame6.top, 240 * 1000 + 1200);
+  EXPECT_TRUE(f.map_controls.Frame6.visible);
+  EXPECT_EQ(f.map_controls.Frame6.left * 1000 + f.map_controls.Frame6.top, 240 * 1000 + 1200);
   EXPECT_EQ(grid(kCorr).row * 100 + grid(kCorr).col, 503);  // a right press moves nothing
   press(kCorr, 6, 6);
-  EXPECT_FALSE(f.c.Frame6.visible);
+  EXPECT_FALSE(f.map_controls.Frame6.visible);
   EXPECT_EQ(box(kCorr).text, "8");
 }
 

@@ -78,10 +78,10 @@ TEST_F(MapAxesTest, ReadingTheLoadTypeFromTheControllerFillsTheAxis) {
 
 TEST_F(MapAxesTest, RpmPointsEditOpensTheHeadingRowAndClosingRefillsThePeriods) {
   f.vars.rpmfaktor = 30000000;
-  f.c.Frame1[kPanelBoostcontrol].visible = true;
+  f.panel_controls.Frame1[kPanelBoostcontrol].visible = true;
   f.axes.Drehzahlpunkte_Click();
   EXPECT_EQ(grid(kCorr).fixed_rows, 0);
-  for (const Frame& frame : f.c.Frame1) EXPECT_FALSE(frame.visible);
+  for (const Frame& frame : f.panel_controls.Frame1) EXPECT_FALSE(frame.visible);
 
   click(kCorr, 0, 3);
   type(kCorr, "7000\r");
@@ -90,7 +90,7 @@ TEST_F(MapAxesTest, RpmPointsEditOpensTheHeadingRowAndClosingRefillsThePeriods) 
 
   f.axes.Drehzahlpunkte_Click();
   EXPECT_EQ(grid(kCorr).fixed_rows, 1);
-  for (const Frame& frame : f.c.Frame1) EXPECT_TRUE(frame.visible);
+  for (const Frame& frame : f.panel_controls.Frame1) EXPECT_TRUE(frame.visible);
   EXPECT_EQ(grid(kAir).text(0, 3), "7000");
   EXPECT_EQ(f.c.rpm_points[3], 4285);  // whole part of 4285.7
   EXPECT_EQ(f.c.rpm_points[1], 60000);
@@ -99,6 +99,7 @@ TEST_F(MapAxesTest, RpmPointsEditOpensTheHeadingRowAndClosingRefillsThePeriods) 
   // A heading of 0 fails the close.
   f.axes.Drehzahlpunkte_Click();
   grid(kCorr).set_text(0, 5, "0");
+  fp.dialogs.expect("Error|Critical|Ok|Division by zero");
   EXPECT_FALSE(run_handler(fp.dialogs, [&] { f.axes.Drehzahlpunkte_Click(); }));
   EXPECT_EQ(fp.dialogs.boxes(), std::vector<std::string>{"Error|Critical|Ok|Division by zero"});
 }
@@ -108,7 +109,7 @@ TEST_F(MapAxesTest, LoadPointsEditRecomputesPointsFromTheNewHeadings) {
   choose(1);
   f.axes.Lastpunke_Click();
   EXPECT_EQ(grid(kCorr).fixed_cols, 0);
-  for (const Frame& frame : f.c.Frame1) EXPECT_FALSE(frame.visible);
+  for (const Frame& frame : f.panel_controls.Frame1) EXPECT_FALSE(frame.visible);
 
   click(kCorr, 2, 0);
   type(kCorr, "400\r");  // clamped to the MAP range on Enter
@@ -117,7 +118,7 @@ TEST_F(MapAxesTest, LoadPointsEditRecomputesPointsFromTheNewHeadings) {
   EXPECT_EQ(grid(kCorr).text(2, 0), "300");
   f.axes.Lastpunke_Click();
   EXPECT_EQ(grid(kCorr).fixed_cols, 1);
-  for (const Frame& frame : f.c.Frame1) EXPECT_TRUE(frame.visible);
+  for (const Frame& frame : f.panel_controls.Frame1) EXPECT_TRUE(frame.visible);
   EXPECT_EQ(column0(kAir), "0|300|120|60|80|100|120|140|160|180|200|220|240|250|250|250");
   // Past the table's last kPa the sensor's top byte.
   EXPECT_EQ(points(), "10 211 106 58 74 90 106 122 138 154 170 186 202 211 211 211");

@@ -29,6 +29,7 @@ TEST(FaultBoundary, EachFailureEndsTheActionWithOneErrorBox) {
   };
   for (const auto& k : cases) {
     testing::FakeDialogs dialogs;
+    dialogs.expect(std::string("Error|Critical|Ok|") + k.text);
     EXPECT_FALSE(run_handler(dialogs, k.handler));
     EXPECT_EQ(dialogs.boxes(), Strings{std::string("Error|Critical|Ok|") + k.text});
   }

@@ -20,27 +20,29 @@ using Strings = std::vector<std::string>;
 
 class Form1Startup : public ::testing::Test {
  protected:
-  Form1Startup() { form.shell.Form_Load(); }
+  Form1Startup() { form.Form_Load(); }
 
   testing::FakePlatform fp;
   testing::TempFolder folder;
   Program program{fp.platform, folder.path()};
   Form1& form = program.form1;
   Form1Controls& c = program.form1.c;
+  PanelControls& pc = program.form1.panel_controls;
+  LiveControls& lc = program.form1.live_controls;
 };
 
 TEST_F(Form1Startup, LoadFillsListsMenusGridsAndLinkLabelsAndStartsNothing) {
-  c.Frame1[kPanelBoostcontrol].visible = true;  // a second load hides every panel and clears
-  c.MSFlexGrid2.set_text(5, 7, "77");           // the maps again
+  pc.Frame1[kPanelBoostcontrol].visible = true;  // a second load hides every panel and clears
+  c.MSFlexGrid2.set_text(5, 7, "77");            // the maps again
   c.MSFlexGrid3.set_text(16, 16, "3");
-  form.shell.Form_Load();
+  form.Form_Load();
 
-  EXPECT_EQ(c.List2.items, (Strings{"Injektoradjust", "Airflow Fuelcut", "Boostcontrol",
-                                    "Airflow Output", "Acceleration Fuel"}));
-  for (const Frame& panel : c.Frame1) EXPECT_FALSE(panel.visible) << panel.caption;
-  EXPECT_EQ(c.boost_captions,
+  EXPECT_EQ(pc.List2.items, (Strings{"Injektoradjust", "Airflow Fuelcut", "Boostcontrol",
+                                     "Airflow Output", "Acceleration Fuel"}));
+  for (const Frame& panel : pc.Frame1) EXPECT_FALSE(panel.visible) << panel.caption;
+  EXPECT_EQ(lc.boost_captions,
             (std::array<std::string, 3>{"Boost / kPa", "Boost / V", "Boost / Raw"}));
-  EXPECT_EQ(c.tps_captions, (std::array<std::string, 3>{"TPS / %", "TPS / V", "TPS / Raw"}));
+  EXPECT_EQ(lc.tps_captions, (std::array<std::string, 3>{"TPS / %", "TPS / V", "TPS / Raw"}));
   EXPECT_EQ(form.vars.pfad, folder.path());
   EXPECT_EQ(c.caption, "Nerit: ");
   EXPECT_EQ(c.Combo1.items, (Strings{"TPS / %", "MAP / kPa abs.", "Analog #3 / mVolt",
@@ -51,8 +53,8 @@ TEST_F(Form1Startup, LoadFillsListsMenusGridsAndLinkLabelsAndStartsNothing) {
   EXPECT_EQ(c.Combo2.items, debug_ports);
   EXPECT_EQ(c.Combo2.text, "Debugport wählen....");
   EXPECT_EQ(c.Combo2.list_index, -1);
-  EXPECT_FALSE(c.Combo3.enabled || c.Label1.enabled || c.Text1.enabled);
-  EXPECT_EQ(c.Combo3.items,
+  EXPECT_FALSE(pc.Combo3.enabled || pc.Label1.enabled || pc.Text1.enabled);
+  EXPECT_EQ(pc.Combo3.items,
             (Strings{"Deaktiviert", "Analog #1 / TPS", "Analog #2 / Map", "Analog #3", "Analog #4",
                      "Analog #5", "Analog #6", "Analog #7", "Analog #8"}));
 
@@ -86,7 +88,7 @@ TEST_F(Form1Startup, LoadFillsListsMenusGridsAndLinkLabelsAndStartsNothing) {
       for (int col = 1; col <= 16; ++col) EXPECT_EQ(g->text(i, col), "0") << i << "," << col;
     }
   }
-  const Grid& live = c.MSFlexGrid1;
+  const Grid& live = lc.MSFlexGrid1;
   ASSERT_EQ(live.rows(), 10);
   ASSERT_EQ(live.cols(), 2);
   EXPECT_EQ(live.col_width(0), 1200);
@@ -132,6 +134,7 @@ TEST_F(Form1Startup, ActivateDividesRpmFactorByTheHeadings) {
             (std::vector<std::int32_t>{60000, 30000, 20000, 15000, 12000, 10000, 8571, 7500, 6667,
                                        6000, 5455, 5000, 4615, 4286, 4000, 3750}));
   c.MSFlexGrid2.set_text(0, 5, "0");
+  fp.dialogs.expect("Error|Critical|Ok|Division by zero");
   EXPECT_FALSE(run_handler(fp.dialogs, [&] { form.shell.Form_Activate(); }));
   EXPECT_EQ(fp.dialogs.boxes(), Strings{"Error|Critical|Ok|Division by zero"});
 }

@@ -36,18 +36,20 @@ TEST(Form1BaseSettings, OfflineWarnsBeforeEveryShowConnectedJustShows) {
   for (int connected : {0, 1}) {
     testing::FakePlatform fp;
     OrderedDialogs dialogs(fp.windows);
-    Platform platform{fp.comm, fp.timers, fp.pump, dialogs, fp.wall, fp.locale, fp.windows};
+    Platform platform{fp.comm, fp.timers, fp.pump,    dialogs,
+                      fp.wall, fp.locale, fp.windows, fp.ports};
     testing::TempFolder folder;
     Form1 form(platform, folder.path());
-    form.shell.Form_Load();
+    form.Form_Load();
     form.vars.connected = connected;
+    const std::string note =
+        "Nerit|Information|Ok|Änderungen werden nicht automatisch übernommen,\nda der Nerit "
+        "offline ist. Werte müssen mit 'Write Data to Unit' manuell übertragen werden!";
+    if (!connected) dialogs.expect(note), dialogs.expect(note);
     form.shell.Grundeinstellungen_Click();
     form.shell.Grundeinstellungen_Click();
     EXPECT_EQ(fp.windows.calls, (connected ? Strings{"show Form3", "show Form3"}
                                            : Strings{"box", "show Form3", "box", "show Form3"}));
-    const std::string note =
-        "Nerit|Information|Ok|Änderungen werden nicht automatisch übernommen,\nda der Nerit "
-        "offline ist. Werte müssen mit 'Write Data to Unit' manuell übertragen werden!";
     EXPECT_EQ(dialogs.boxes(), Strings(connected ? 0 : 2, note));
   }
 }
@@ -59,7 +61,7 @@ TEST(Form1Unload, UnloadsEveryWindowEndsTheProgramAndWritesNothing) {
   folder.write("PressureSensor.dat", {10, 11, 11, 12});
   Program program(fp.platform, folder.path());
   Form1& form = program.form1;
-  form.shell.Form_Load();
+  form.Form_Load();
   form.shell.Form_Activate();
   auto files = [&] {
     std::map<fs::path, fs::file_time_type> out;

@@ -19,30 +19,47 @@ namespace nerit::testing {
 // Thrown by the pump when nothing is left that could end a wait (the test has failed already).
 struct WaitNeverEnds {};
 
-// Message boxes are recorded and answered in turn from `answers`; without one an Ok box
-// answers Ok, a Yes/No box No, others Cancel. File dialogs and input boxes are cancelled.
+// Dialogs the test expects, in order, with their answers. A box, file dialog or input box that
+// was not expected fails the test (and is answered Ok/No/Cancel); so does an expectation left
+// over at the end. Everything shown is recorded.
 class FakeDialogs : public Dialogs {
  public:
-  using Dialogs::message_box;
-  MsgAnswer message_box(const MessageBoxRequest& request) override {
-    shown.push_back(request);
-    if (answers.empty())
-      return request.buttons == MsgButtons::Ok      ? MsgAnswer::Ok
-             : request.buttons == MsgButtons::YesNo ? MsgAnswer::No
-                                                    : MsgAnswer::Cancel;
-    const MsgAnswer a = answers.front();
-    answers.pop_front();
-    return a;
-  }
-  std::filesystem::path file_dialog(const FileDialogRequest&) override { return {}; }
-  std::string input_box(const std::string&, const std::string&, const std::string&) override {
-    return {};
-  }
-  // Each box shown as "title|icon|buttons|text", icon and buttons by name.
-  std::vector<std::string> boxes() const;
+  FakeDialogs() = default;
+  FakeDialogs(const FakeDialogs&) = delete;
+  FakeDialogs& operator=(const FakeDialogs&) = delete;
+  ~FakeDialogs() override;
 
-  std::deque<MsgAnswer> answers;
+  // The next box, as "title|icon|buttons|text" (icon and buttons by name), and its answer.
+  void expect(std::string box, MsgAnswer answer = MsgAnswer::Ok);
+  // The next file dialog answers with this file (an empty path: cancelled).
+  void expect_file(std::filesystem::path chosen);
+  // The next input box answers with this text ("" : cancelled).
+  void expect_input(std::string typed);
+  // Lets every box through unchecked (answered as without expectation), for tests that count
+  // boxes themselves.
+  bool any_box = false;
+
+  using Dialogs::message_box;
+  MsgAnswer message_box(const MessageBoxRequest& request) override;
+  void notify(const MessageBoxRequest& request) override;
+  std::filesystem::path file_dialog(const FileDialogRequest& request) override;
+  std::string input_box(const std::string& prompt, const std::string& title,
+                        const std::string& default_text) override;
+
+  // Each box shown as "title|icon|buttons|text".
+  std::vector<std::string> boxes() const;
+  static std::string line(const MessageBoxRequest& request);
+
   std::vector<MessageBoxRequest> shown;
+  std::vector<bool> modeless;  // per box shown: true for one that did not stop the caller
+  std::vector<FileDialogRequest> file_requests;
+  std::vector<std::string> input_prompts;
+
+ private:
+  MsgAnswer take(const MessageBoxRequest& request);
+  std::deque<std::pair<std::string, MsgAnswer>> expected_;
+  std::deque<std::filesystem::path> files_;
+  std::deque<std::string> inputs_;
 };
 
 class FakeTimers : public TimerHost {
@@ -71,6 +88,10 @@ class FakeSerialPort : public SerialPort {
  public:
   FakeSerialPort(VirtualClock& clock, Dialogs& dialogs) : clock_(clock), dialogs_(dialogs) {}
 
+  // The device of the open port goes away after delay_ms: the port closes by itself and
+  // on_closed is told "device removed".
+  void vanish_after(long long delay_ms);
+
   void set_comm_port(int number) override {
     if (open_) throw SerialError("Port already open");
     if (number < 1 || number > 255) throw SerialError("Invalid port number");
@@ -90,6 +111,7 @@ class FakeSerialPort : public SerialPort {
     if (!present.count(port_)) throw SerialError("Device unavailable");
     open_ = true;
     opened.push_back(port_);
+    opened_settings.push_back(settings_);
   }
   bool port_open() const override { return open_; }
   void output(const std::string& chars) override {
@@ -113,9 +135,10 @@ class FakeSerialPort : public SerialPort {
   void arrive_after(long long delay_ms, std::string bytes, int event = kReceive, int on = 0);
 
   std::set<int> present;
-  std::vector<int> open_attempts;      // every port number an open was tried on
-  std::vector<int> opened;             // every port number that opened
-  std::map<int, std::string> written;  // bytes per port
+  std::vector<int> open_attempts;            // every port number an open was tried on
+  std::vector<int> opened;                   // every port number that opened
+  std::vector<std::string> opened_settings;  // the settings of each of those opens
+  std::map<int, std::string> written;        // bytes per port
   int output_calls = 0;
   // A peer on the wire: sees every write, may schedule arrivals.
   std::function<void(int port, const std::string& chars)> on_output;
@@ -124,7 +147,7 @@ class FakeSerialPort : public SerialPort {
   VirtualClock& clock_;
   Dialogs& dialogs_;
   int port_ = 1;
-  std::string settings_ = "9600,N,8,1";
+  std::string settings_ = "9600,N,8,1";  // as a new serial control starts
   bool open_ = false;
   std::string received_;
   int event_ = 0;
@@ -181,16 +204,33 @@ class FakeWindows : public WindowHost {
   FakePump& pump_;
 };
 
+// Further ports on the same clock; the test reaches each one it handed out.
+class FakeSerialPorts : public SerialPorts {
+ public:
+  FakeSerialPorts(VirtualClock& clock, Dialogs& dialogs) : clock_(clock), dialogs_(dialogs) {}
+  std::unique_ptr<SerialPort> make_port() override {
+    auto port = std::make_unique<FakeSerialPort>(clock_, dialogs_);
+    made.push_back(port.get());
+    return port;
+  }
+  std::vector<FakeSerialPort*> made;
+
+ private:
+  VirtualClock& clock_;
+  Dialogs& dialogs_;
+};
+
 struct FakePlatform {
   VirtualClock clock;
   FakeDialogs dialogs;
   FakeTimers timers{clock, dialogs};
   FakeSerialPort comm{clock, dialogs};
+  FakeSerialPorts ports{clock, dialogs};
   FakePump pump{clock};
   FakeClock wall{clock};
   FakeLocale locale;
   FakeWindows windows{pump};
-  Platform platform{comm, timers, pump, dialogs, wall, locale, windows};
+  Platform platform{comm, timers, pump, dialogs, wall, locale, windows, ports};
 };
 
 // A fresh folder under the system's temporary folder, removed at the end of the test.

@@ -52,6 +52,10 @@ inline std::string sram_reply(int address, std::initializer_list<int> data) {
   return f.address(address);
 }
 
+// The question after a successful connect, as FakeDialogs writes boxes.
+inline constexpr const char* kOnlineQuestion =
+    "Online|None|YesNo|Verbunden, Daten vom Controller laden?";
+
 // "55 0C 02 50" style, for readable comparisons of byte strings.
 inline std::string hex_bytes(std::string_view bytes) {
   std::string out;

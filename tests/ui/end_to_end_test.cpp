@@ -8,6 +8,7 @@
 #include "link/cell_codec.h"
 #include "sim/default_tune.h"
 #include "sim/memory_map.h"
+#include "tests/support/reply_frames.h"
 #include "tests/ui/ui_test_support.h"
 #include "ui/qt_platform.h"
 #include "ui/simulator.h"
@@ -18,7 +19,7 @@ namespace {
 class EndToEnd : public ProgramTest {
  protected:
   void connect(MsgAnswer read) {
-    dialogs.answers = {read};  // "Verbunden, Daten vom Controller laden?"
+    dialogs.expect(testing::kOnlineQuestion, read);
     app->run([this] { form().session.Command1_Click(); });
     EXPECT_EQ(w().Label4[0]->text(), "online");
     EXPECT_EQ(w().Label4[2]->text().toStdString(), sim::kDefaultFirmware);

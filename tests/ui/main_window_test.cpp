@@ -49,7 +49,7 @@ TEST_F(MainWindowTest, ClickingAPanelShowsOnlyThatPanel) {
   QListWidget* list = w().List2;
   const QRect r = list->visualItemRect(list->item(kPanelBoostcontrol));
   QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, r.center());
-  EXPECT_EQ(c().List2.list_index, kPanelBoostcontrol);
+  EXPECT_EQ(form().panel_controls.List2.list_index, kPanelBoostcontrol);
   EXPECT_EQ(w().panel_stack->currentWidget(), w().Frame1[kPanelBoostcontrol]);
   EXPECT_EQ(w().Frame1[kPanelBoostcontrol]->title(), "Boostcontroll Pin #22");
 }
@@ -60,6 +60,9 @@ TEST_F(MainWindowTest, BackFromBasesettingsReloadsAndClosingEndsTheProgram) {
   folder.write("Pressure.raw", {0x2A, 0x00});
   run_events_for(100);  // the window's own first activation reads nothing
   EXPECT_EQ(c().pressure_table[0], 0);
+  dialogs.expect(
+      "Nerit|Information|Ok|Änderungen werden nicht automatisch übernommen,\nda der Nerit "
+      "offline ist. Werte müssen mit 'Write Data to Unit' manuell übertragen werden!");
   w().menu.at("Basesettings")->trigger();
   QWidget* form3 = app->windows().widget(FormId::Form3);
   ASSERT_NE(form3, nullptr);

@@ -1,0 +1,109 @@
+#include "live/live_data.h"
+
+#include <stdexcept>
+
+#include "shell/errors.h"
+#include "shell/numbers.h"
+
+namespace nerit {
+
+namespace {
+
+// A status value that cannot be computed is skipped; the rest of the frame still counts.
+template <class Statement>
+void quietly(Statement statement) {
+  try {
+    statement();
+  } catch (const ProgramError&) {
+  } catch (const std::out_of_range&) {
+  }
+}
+
+// The frequency of a vortex period in 4 µs ticks; no period, no frequency.
+double vortex_hz(long period) {
+  return period == 0 ? 0 : whole_part(250000.0 / static_cast<double>(period));
+}
+
+}  // namespace
+
+void LiveData::Form_Load() {
+  Grid& live = lc_.MSFlexGrid1;
+  live.set_cols(2);
+  live.set_rows(10);
+  live.set_col_width(0, 1200);
+  live.set_col_width(1, 750);
+  const char* rows[] = {"Unit",        "Drehzahl", "INJ In / µs", "INJ Out / µs", "INJ Adj. / %",
+                        "Boost / kPa", "TPS / %",  "Airflow",     "Analog 3 / V", "Airflow in"};
+  for (int row = 0; row < 10; ++row) live.set_text(row, 0, rows[row]);
+  live.set_text(0, 1, "Value");
+}
+
+void LiveData::load_captions() {
+  lc_.boost_captions = {"Boost / kPa", "Boost / V", "Boost / Raw"};
+  lc_.tps_captions = {"TPS / %", "TPS / V", "TPS / Raw"};
+}
+
+LiveValues LiveData::status(const StatusReply& s) {
+  W_ = s.W;
+  LiveValues v;
+  quietly([&] {
+    const double speed = whole_part(divide(vars_.rpmfaktor, static_cast<double>(W_[4])));
+    if (speed < 9000) vars_.drehzahl = speed;  // spikes are noise, not engine speed
+  });
+  v.row.drehzahl = vars_.drehzahl;
+  v.row.inj_in_us = 4.0 * static_cast<double>(W_[2]);
+  v.row.inj_out_us = 4.0 * static_cast<double>(W_[3]);
+  v.row.adjust_percent = round_half_even(s.b(12) * 100.0 / 128 - 100);
+
+  const char sep = p_.decimal_separator();
+  v.row.boost_kpa = c_.pressure_table[static_cast<std::size_t>(s.b(5))] - 100;
+  vars_.map_volt = format_0_00(s.b(5) * 5.0 / 255, sep);
+  v.map_raw = s.b(5);
+
+  vars_.tps_raw = s.b(4);
+  vars_.tps_in_volt = format_0_00(s.b(4) * 5.0 / 255, sep);
+  quietly([&] {
+    vars_.tps_in =
+        whole_part((s.b(4) - vars_.tps_min) * divide(100, vars_.tps_max - vars_.tps_min));
+  });
+  if (vars_.tps_in < 0) vars_.tps_in = 0;
+  if (vars_.tps_in > 100) vars_.tps_in = 100;
+  v.row.tps_in = vars_.tps_in;
+
+  v.analog_volts = s.b(16) * 5.0 / 255;
+  v.analog_mv = whole_part(s.b(16) * 5000.0 / 255);
+  v.row.airflow_out_hz = vortex_hz(W_[6]);
+  v.airflow_in_hz = vortex_hz(W_[8]);
+  v.cell_index = s.b(13);
+  return v;
+}
+
+void LiveData::show(const LiveValues& v) {
+  Grid& g = lc_.MSFlexGrid1;
+  auto put = [&g](int r, std::string text) {
+    g.set_current(r, 1);
+    g.set_text(r, 1, std::move(text));
+  };
+  const char sep = p_.decimal_separator();
+  put(1, number_text(v.row.drehzahl));
+  put(2, number_text(v.row.inj_in_us));
+  put(3, number_text(v.row.inj_out_us));
+  put(4, number_text(v.row.adjust_percent));
+  switch (lc_.boost_display) {
+    case 2:
+      put(5, vars_.map_volt);
+      break;
+    case 3:
+      put(5, number_text(v.map_raw));
+      break;
+    default:
+      put(5, number_text(v.row.boost_kpa));
+      break;
+  }
+  put(6, number_text(v.row.tps_in));
+  put(7, number_text(v.row.airflow_out_hz));
+  put(8, c_.Combo1.list_index == 2 ? format_0_00(v.analog_volts, sep) : "--");
+  put(9, number_text(v.airflow_in_hz));
+}
+
+}  // namespace nerit
