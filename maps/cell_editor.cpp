@@ -69,8 +69,13 @@ void CellEditor::mouse_down(MapId map, int button) {
     mc_.Frame6.visible = true;
     return;
   }
+  press_place(map);
+}
+
+void CellEditor::press_place(MapId map) {
+  Grid& g = grid(map);
   mc_.Frame6.visible = false;
-  // Clicking away keeps what was typed in the cell being edited (nothing is sent).
+  // The open box's text goes into the grid's current cell first (nothing is sent).
   if (box(map).visible) keep_box_text(map);
   g.set_current(g.row_sel, g.col_sel);
   state_.block.start_row = g.row;
@@ -193,10 +198,10 @@ void CellEditor::move(MapId map, int key_code) {
       row = row < kMapSize ? row + 1 : 1;
       break;
   }
+  // Placed again as a press places it: the new cell takes the box's text too and becomes the
+  // block's start; the block's end stays where the mouse left it.
   g.set_current(row, col);
-  // The box moves on with a block of its own new cell, so Enter there writes that cell.
-  state_.block = {row, col, row, col};
-  place(map);
+  press_place(map);
 }
 
 void CellEditor::commit(MapId map) {
@@ -207,16 +212,14 @@ void CellEditor::commit(MapId map) {
   MapEdit edit{map, {}};
   for (int col = block.start_col; col <= block.end_col; ++col)
     for (int row = block.start_row; row <= block.end_row; ++row) edit.set(g, row, col, text);
+  // A block dragged left wrote nothing but still sends its rows; one dragged up sends none.
   const int first_row = block.start_row, last_row = block.end_row;
-  // A block dragged up or left wrote nothing, so it sends nothing either.
-  const bool reversed = block.end_row < block.start_row || block.end_col < block.start_col;
   block.end_row = block.start_row;
   block.end_col = block.start_col;
   g.set_current(block.start_row, block.start_col);
   close_box(map);
   history_.record(std::move(edit));
-  if (g.row >= 1 && g.col >= 1 && vars_.connected == 1 && !reversed)
-    writer_.send_rows(map, first_row, last_row);
+  if (g.row >= 1 && g.col >= 1 && vars_.connected == 1) writer_.send_rows(map, first_row, last_row);
 }
 
 void CellEditor::type_key(MapId map, int key_code, char ch) {

@@ -69,6 +69,9 @@ class CellEditor {
   void keep_box_text(MapId map);
   void clamp_correction(int key_code);
   void move(MapId map, int key_code);
+  // Placing the box as a left press does: command frame hidden, the open box's text kept in
+  // the current cell, the cell under the mouse (row_sel, col_sel) current and the block's start.
+  void press_place(MapId map);
   void place(MapId map);
   void commit(MapId map);
 

@@ -80,6 +80,27 @@ TEST_F(ReplyDispatch, FramesAreCutFromChunksEndingInCrLf) {
   EXPECT_EQ(c.Label4[2].caption, std::string("V2") + std::string(14, '\0'));
 }
 
+// The controller's texts are one byte a character: bytes 0x80-0xFF show as the characters of
+// the same code, so 16 bytes are always 16 characters.
+TEST_F(ReplyDispatch, ControllerTextMapsEveryByteToOneCharacter) {
+  const std::string fw("Nerit \xB5V\xE4\xFF\x80\xC3\xA4 1.", 16);
+  arrive(ReplyFrame(0xFD).text(fw));
+  const std::string shown = "Nerit µVäÿ\u0080Ã¤ 1.";
+  EXPECT_EQ(c.Label4[2].caption, shown);
+  std::size_t characters = 0;
+  for (unsigned char ch : c.Label4[2].caption) characters += (ch & 0xC0) != 0x80;
+  EXPECT_EQ(characters, 16u);
+  EXPECT_EQ(c.List1.items.back(), "12:00:00->  online Firmware: " + shown);
+  arrive(text_reply("Gr\xFC\xDF"));
+  EXPECT_EQ(c.List1.items.back(), "12:00:00 -> Grüß");
+  vars.debugmode = 1;
+  arrive(
+      "T=\xB0"
+      "C");
+  arrive("\r");
+  EXPECT_EQ(c.List1.items.back(), "T=°C");
+}
+
 // --- status ----------------------------------------------------------------------------------
 
 // Byte (or, above 255, word) `value` at `offset`; live row `row` then shows `text`. Speeds of
@@ -205,6 +226,7 @@ TEST_F(ReplyDispatch, SettingsBlockOne) {
               (std::vector<double>{2, 20, 220, 336, 0x1234, 1000, 800, 160,
                                    static_cast<double>(k.airflowtype), 200}));
     const auto n = [](int v) { return std::to_string(v); };
+    EXPECT_EQ(f.panel_controls.Text1.text, "3922");  // clamp of 200: 3921.6 mV and up
     EXPECT_EQ(f.panel_controls.Frame1[kPanelAirflowOutput].caption + "|" +
                   n(f.panel_controls.OptionFrequency.value) + " " +
                   n(f.panel_controls.OptionAnalog.value) + "|" +

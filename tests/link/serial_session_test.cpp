@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "shell/fault_boundary.h"
 #include "sim/controller.h"
 #include "tests/link/link_fixture.h"
 #include "tests/support/sim_wire.h"
@@ -137,6 +138,60 @@ TEST_F(SessionTest, DebugPortOpensByHandEntryZeroClosesItAndConnectLeavesIt) {
   f.c.Combo2.select(-1);
   f.session.Combo2_Click();  // nothing chosen: nothing happens
   EXPECT_TRUE(fp.comm.port_open());
+}
+
+// The main window's port runs at 19200,N,8,1 however it is opened, even before any scan.
+TEST_F(SessionTest, ADebugPortChosenBeforeAnyScanOpensAt19200) {
+  fp.comm.present = {2};
+  f.c.Combo2.select(2);
+  f.session.Combo2_Click();
+  EXPECT_EQ(fp.comm.opened_settings, Strings{"19200,N,8,1"});
+}
+
+// The adapter unplugged while online, in a read: one log line, offline as after a disconnect,
+// the read ends and nothing comes back every 2.5 s.
+TEST_F(SessionTest, AVanishedDeviceTakesTheLinkOfflineOnceAndEndsTheRead) {
+  go_online(3);
+  f.c.Label4[0] = {"online", kGreen};
+  f.c.Combo2.enabled = false;
+  peer.answer = nullptr;  // the controller is silent: the read waits
+  fp.comm.vanish_after(100);
+  f.c.Command5.back_color = kRed;  // a Make Permanent still unconfirmed
+  EXPECT_FALSE(run_handler(fp.dialogs, [this] { f.session.Command12_Click(); }));
+  EXPECT_EQ(fp.clock.now_ms(), 100);
+  EXPECT_EQ(face(), "offline red|Connection|Closed|closed|Combo2|connected 0");
+  EXPECT_EQ(f.c.List1.items, Strings{"12:00:00 -> Port 3 (fake3) closed: device removed"});
+  for (const CommandButton* b : {&f.c.Command12, &f.c.Command5})
+    EXPECT_EQ(b->back_color, kButtonFace) << b->caption;
+  EXPECT_FALSE(f.c.Timer5.enabled());
+  fp.clock.advance(10000);
+  EXPECT_EQ(f.c.List1.items.size(), 1u);
+  EXPECT_TRUE(fp.dialogs.shown.empty());
+}
+
+// Closed when nothing was connected: the log line only.
+TEST_F(SessionTest, APortClosingOfflineIsOnlyLogged) {
+  fp.comm.present = {4};
+  fp.comm.set_comm_port(4);
+  fp.comm.set_port_open(true);
+  fp.comm.vanish_after(5);
+  fp.clock.advance(5);
+  EXPECT_EQ(f.c.List1.items, Strings{"12:00:00 -> Port 4 (fake4) closed: device removed"});
+  EXPECT_EQ(face(), "offline red|-|-|closed|Combo2|connected 0");
+}
+
+// A failure in the middle of a read stops its guard timer and gives the button its face back.
+TEST_F(SessionTest, AReadThatFailsLeavesTimer5OffAndTheButtonRestored) {
+  go_online();
+  answer_like_controller();
+  fp.comm.on_output = [this, inner = fp.comm.on_output](int port, const std::string& chars) {
+    inner(port, chars);
+    if (peer.frames.size() == 3) throw SerialError("write failed");
+  };
+  fp.dialogs.expect("Error|Critical|Ok|write failed");
+  EXPECT_FALSE(run_handler(fp.dialogs, [this] { f.session.Command12_Click(); }));
+  EXPECT_FALSE(f.c.Timer5.enabled());
+  EXPECT_EQ(f.c.Command12.back_color, kButtonFace);
 }
 
 TEST_F(SessionTest, ReadsOfflineSendNothingAndTheMenuReadRequestsTheEepromBlocks) {

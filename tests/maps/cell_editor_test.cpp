@@ -78,15 +78,30 @@ TEST_F(CellEditorTest, ArrowsWriteTheBoxMoveAndWrap) {
     grid(kCorr).set_text(c.to_row, c.to_col, "42");
     click(kCorr, c.row, c.col);
     type(kCorr, std::string("3,5") + c.keys);
-    EXPECT_EQ(grid(kCorr).text(c.row, c.col), "3,5") << c.keys;  // the box's text as it stands
+    // The box's text as it stands goes into the cell it leaves and, as the box is placed again,
+    // into the new cell, which then shows as its number.
+    EXPECT_EQ(grid(kCorr).text(c.row, c.col), "3,5") << c.keys;
+    EXPECT_EQ(grid(kCorr).text(c.to_row, c.to_col), "3,5") << c.keys;
     EXPECT_EQ(grid(kCorr).row * 100 + grid(kCorr).col, c.to_row * 100 + c.to_col) << c.keys;
-    EXPECT_EQ(box(kCorr).text, "42");
-    EXPECT_EQ(box(kCorr).sel_length, 2);
+    EXPECT_EQ(box(kCorr).text, "3");
+    EXPECT_EQ(box(kCorr).sel_length, 1);
+    EXPECT_EQ(f.maps.block.start_row * 100 + f.maps.block.start_col, c.to_row * 100 + c.to_col);
   }
-  // The box moves on as a one-cell block: Enter there writes that cell only.
+}
+
+// The block's end stays where the mouse released it: Enter after a move writes from the new
+// start to the old end.
+TEST_F(CellEditorTest, AMoveKeepsTheBlockEndSoEnterWritesFromTheNewStart) {
   click(kCorr, 8, 8);
-  type(kCorr, "1>2\r");
-  EXPECT_EQ(cells(kCorr, 8, 8, 8, 10), "1 2 0");
+  type(kCorr, "1<2\r");
+  EXPECT_EQ(cells(kCorr, 8, 6, 8, 9), "0 2 2 0");
+  click(kCorr, 8, 8);
+  type(kCorr, "1>2\r");  // the new start lies past the end: nothing written, the carry stays
+  EXPECT_EQ(cells(kCorr, 8, 8, 8, 10), "1 1 0");
+  drag(kCorr, 2, 2, 3, 3);
+  type(kCorr, "5^");  // up from row 2: start (1, 2), end (3, 3)
+  type(kCorr, "6\r");
+  EXPECT_EQ(cells(kCorr, 1, 2, 3, 3), "6 6|6 6|6 6");
 }
 
 TEST_F(CellEditorTest, HeadingsClampOnEnterByTheirRangeAndNeverSend) {
@@ -130,7 +145,8 @@ TEST_F(CellEditorTest, EnterWritesTheDraggedBlockOnlyWhenItRunsDownAndRight) {
     type(kCorr, "9\r");
   }
   EXPECT_EQ(cells(kCorr, 1, 2, 5, 6), block);
-  EXPECT_TRUE(peer.frames.empty());
+  // Only the block dragged left but down sends: rows 3 and 4, as they stand.
+  EXPECT_EQ(peer.addresses(), std::vector<int>({0x2C0, 0x2D0}));
 }
 
 TEST_F(CellEditorTest, OnlineCommitsSendTheirRowsEncodedEachAfterTheLastAnswer) {

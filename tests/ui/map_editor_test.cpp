@@ -95,8 +95,8 @@ TEST_F(MapEditorTest, KeysInTheEditorReachTheHandlers) {
       {Qt::Key_D, "d", 7, 16, "43"},          // up
       {Qt::Key_A, "A", 7, 16, "41"},          // down
       {Qt::Key_ParenLeft, "(", 7, 16, "42"},  // not Down, whose key code is 40 too
-      {Qt::Key_Right, "", 7, 1, "0"},         // wraps
-      {Qt::Key_Down, "", 8, 16, "0"},
+      {Qt::Key_Right, "", 7, 1, "42"},        // wraps; the value goes along
+      {Qt::Key_Down, "", 8, 16, "42"},
       {Qt::Key_Return, "\r", 7, 16, ""},  // commits and closes
   };
   for (const Case& k : cases) {
@@ -112,17 +112,47 @@ TEST_F(MapEditorTest, KeysInTheEditorReachTheHandlers) {
   }
 }
 
-TEST_F(MapEditorTest, RightPressShowsTheCommandFrameThereAndItsButtonsRunTheBlockCommands) {
+// A right press inside a dragged block leaves the block as it is; the frame shows at the grid's
+// corner, where the model puts it, also for a press on a heading.
+TEST_F(MapEditorTest, RightPressShowsTheCommandFrameAndKeepsTheBlockForItsCommands) {
   set_cells({{2, 2, "10"}, {2, 6, "50"}});
   select(2, 2, 2, 6);
-  press(at(2, 6), Qt::RightButton);
-  release(at(2, 6), Qt::RightButton);
+  press(at(2, 4), Qt::RightButton);
+  release(at(2, 4), Qt::RightButton);
   ASSERT_TRUE(w().Frame6->isVisible());
-  // At the grid's corner, where the model puts it.
+  EXPECT_EQ(block(), (std::array{2, 2, 2, 6}));
   EXPECT_EQ(w().Frame6->pos(), grid()->mapTo(&app->main_window(), QPoint(0, 0)));
   QTest::mouseClick(w().Command13, Qt::LeftButton);  // interpolate rows
   EXPECT_TRUE(w().Frame6->isHidden());
-  EXPECT_EQ(shown({{2, 3}, {2, 4}, {2, 5}}), "20|30|40");
+  EXPECT_EQ(shown({{2, 2}, {2, 3}, {2, 4}, {2, 5}, {2, 6}}), "10|20|30|40|50");
+
+  press(at(0, 5), Qt::RightButton);
+  release(at(0, 5), Qt::RightButton);
+  EXPECT_TRUE(w().Frame6->isVisible());
+  EXPECT_EQ(block(), (std::array{2, 2, 2, 6}));
+}
+
+// The editor stays over the cell it was placed on while the grid's current cell moves away.
+TEST_F(MapEditorTest, TheEditorStaysWhereItWasPlaced) {
+  select(3, 3, 3, 3);
+  ASSERT_TRUE(w().Text2->isVisible());
+  app->run([this] {
+    c().Combo1.select(2);
+    form().axes.Combo1_Click();  // fills the load axis, ending on row 16, column 0
+  });
+  EXPECT_EQ(c().MSFlexGrid2.row * 100 + c().MSFlexGrid2.col, 1600);
+  EXPECT_EQ(w().Text2->geometry(), rect(3, 3));
+
+  QTest::mouseClick(w().MSFlexGrid3->viewport(), Qt::LeftButton, {},
+                    w().MSFlexGrid3->visualRect(w().MSFlexGrid3->model()->index(4, 4)).center());
+  const QRect placed = w().Text5->geometry();
+  app->run([this] {
+    form().maps.automap_rpm[9] = 4500;
+    form().maps.automap_load[12] = 3666;
+    form().automap.automap(4500, 3666, 77);  // fills (12, 9) and makes it current
+  });
+  EXPECT_EQ(c().MSFlexGrid3.row * 100 + c().MSFlexGrid3.col, 1209);
+  EXPECT_EQ(w().Text5->geometry(), placed);
 }
 
 TEST_F(MapEditorTest, CopyPasteUndoAndRedoGoThroughTheClipboardAndTheHistory) {

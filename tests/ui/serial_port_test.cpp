@@ -212,6 +212,45 @@ TEST_F(ProgramSerialTest, AVanishedDeviceIsClosedAndLoggedOnceAndAFailingArrival
   EXPECT_EQ(log_text(before + 1), " -> Port 2 (" + second.path + ") closed: device removed");
 }
 
+// A debug port chosen before any Connect opens at the main window's 19200 baud.
+TEST_F(ProgramSerialTest, ADebugPortChosenFirstRunsAt19200Baud) {
+  w().Combo2->setCurrentIndex(1);
+  emit w().Combo2->activated(1);
+  ASSERT_TRUE(comm().port_open());
+  termios t{};
+  ASSERT_EQ(tcgetattr(first.device, &t), 0);
+  EXPECT_EQ(cfgetospeed(&t), static_cast<speed_t>(B19200));
+  EXPECT_EQ(w().Label4[0]->text(), "Debug");
+}
+
+// 16 bytes of firmware text are 16 characters, whatever their codes.
+TEST_F(ProgramSerialTest, TheFirmwareTextShowsOneCharacterPerByte) {
+  open(1);
+  const std::string text("V\xC3\xA4\xB5\xFF\x80 12345678901", 16);
+  first.send(testing::firmware_reply(text));
+  ASSERT_TRUE(wait_until([&] { return w().Label4[2]->text() != "-"; }));
+  EXPECT_EQ(w().Label4[2]->text(), QString::fromLatin1(text.data(), 16));
+  EXPECT_EQ(w().Label4[2]->text().size(), 16);
+}
+
+// A window with a link of its own gets a port of its own, numbered like the main one.
+TEST_F(ProgramSerialTest, AFurtherPortOpensBesideTheMainOne) {
+  open(1);
+  std::unique_ptr<SerialPort> other = app->platform().ports.make_port();
+  other->set_comm_port(2);
+  other->set_settings("19200,N,8,1");
+  other->set_port_open(true);
+  EXPECT_TRUE(comm().port_open());
+  other->output("Z");
+  comm().output("A");
+  ASSERT_TRUE(wait_until([&] { return second.take() == "Z"; }));
+  EXPECT_EQ(first.take(), "A");
+  std::string got;
+  other->on_comm = [&] { got += other->input(); };
+  second.send("ok");
+  ASSERT_TRUE(wait_until([&] { return got == "ok"; }));
+}
+
 // What a handler wrote is on the line when it returns; a reply shows while the handler that
 // waits for it still runs.
 TEST_F(ProgramSerialTest, RequestsLeaveAtOnceAndRepliesShowDuringAWait) {
