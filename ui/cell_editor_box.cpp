@@ -11,7 +11,9 @@ namespace nerit::ui {
 
 CellEditorBox::CellEditorBox(TextBox& model, const Frame& frame, GridView* view, HandlerRunner run,
                              CellEditorEvents events, const MapEditKeys& edit_keys)
-    : QLineEdit(view->viewport()),
+    // A sibling of the grid rather than a child of its viewport: a table's accessible children
+    // are its cells, so there the box would be out of reach of assistive technology.
+    : QLineEdit(view->parentWidget()),
       m_(model),
       frame_(frame),
       view_(view),
@@ -54,7 +56,9 @@ void CellEditorBox::place() {
       if (frame_.left + g.left + g.cell_left(c) == m_.left) placed_col_ = c;
   }
   const QRect cell = view_->visualRect(view_->model()->index(placed_row_, placed_col_));
-  if (cell.isValid() && geometry() != cell) setGeometry(cell);
+  if (!cell.isValid()) return;
+  const QRect over(view_->viewport()->mapTo(parentWidget(), cell.topLeft()), cell.size());
+  if (geometry() != over) setGeometry(over);
 }
 
 void CellEditorBox::refresh() {

@@ -8,6 +8,7 @@
 #include <QOffscreenSurface>
 #include <QOpenGLContext>
 #include <QPushButton>
+
 #include <QVBoxLayout>
 #include <QtDataVisualization/Q3DCamera>
 #include <QtDataVisualization/Q3DScene>
@@ -17,6 +18,7 @@
 #include <QtDataVisualization/QSurfaceDataProxy>
 #include <QtDataVisualization/QValue3DAxis>
 #include <QtDataVisualization/QValue3DAxisFormatter>
+#include "ui/accessible.h"
 
 namespace nerit::ui {
 
@@ -90,6 +92,8 @@ Form5Window::Form5Window(Form5& form, HandlerRunner run)
   auto* buttons = new QHBoxLayout;
   Command1 = new QPushButton(this);
   Command2 = new QPushButton(this);
+  name_widget(Command1, "Graph", "Command1");
+  name_widget(Command2, "update", "Command2");
   buttons->addWidget(Command1);
   buttons->addWidget(Command2);
   buttons->addStretch(1);
@@ -104,6 +108,7 @@ Form5Window::Form5Window(Form5& form, HandlerRunner run)
 QWidget* Form5Window::build_graph() {
   if (!opengl_available()) {
     notice_ = new QLabel(kNoGraphText, this);
+    name_widget(notice_, kNoGraphText, "Graph notice");
     notice_->setAlignment(Qt::AlignCenter);
     notice_->setWordWrap(true);
     return notice_;
@@ -139,6 +144,7 @@ QWidget* Form5Window::build_graph() {
   graph_->addSeries(series);
 
   QWidget* container = QWidget::createWindowContainer(graph_, this);
+  name_widget(container, "Injector correction surface", "Graph surface");
   container->setMinimumSize(320, 240);
   container->setFocusPolicy(Qt::StrongFocus);
   return container;

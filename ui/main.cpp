@@ -4,12 +4,12 @@
 #include <QDir>
 #include <QMessageBox>
 #include <QStandardPaths>
-#include <QStyleFactory>
 #include <memory>
 
 #include "shell/errors.h"
 #include "shell/program_folder.h"
 #include "ui/application.h"
+#include "ui/program_setup.h"
 #include "ui/simulator.h"
 
 namespace {
@@ -36,10 +36,7 @@ std::filesystem::path data_folder(const QCommandLineParser& args) {
 
 int main(int argc, char** argv) {
   QApplication app(argc, argv);
-  QApplication::setApplicationName("nerit");
-  QApplication::setApplicationDisplayName("Nerit");
-  QApplication::setApplicationVersion("0.1");
-  QApplication::setStyle(QStyleFactory::create("Fusion"));
+  nerit::ui::set_up_application();
 
   QCommandLineParser args;
   args.setApplicationDescription("Tuning tool for the Nerit piggyback injection controller");

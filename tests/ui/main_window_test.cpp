@@ -1,12 +1,18 @@
 // The real main window on the offscreen platform: the models reach the widgets, user input
 // reaches the handlers, and closing ends the program.
+#include <QAbstractItemView>
+#include <QAccessible>
 #include <QAction>
 #include <QComboBox>
 #include <QGroupBox>
 #include <QLabel>
+#include <QLineEdit>
+#include <QMenuBar>
 #include <QPushButton>
+#include <QScrollBar>
 #include <QStackedWidget>
 #include <QTest>
+#include <map>
 
 #include "shell/errors.h"
 #include "tests/ui/ui_test_support.h"
@@ -78,6 +84,87 @@ TEST_F(MainWindowTest, BackFromBasesettingsReloadsAndClosingEndsTheProgram) {
   EXPECT_FALSE(app->main_window().isVisible());
   EXPECT_THROW(app->platform().pump.process_events(), ProgramClosing);
   EXPECT_EQ(dialogs.shown.size(), 1u);  // the offline notice only, nothing asked on exit
+}
+
+// Name and control name of every node of the window's accessibility tree, by control name.
+std::map<std::string, std::string> accessible_controls(QAccessibleInterface* node, int depth = 0) {
+  std::map<std::string, std::string> found;
+  if (!node || depth > 40) return found;
+  const std::string control = node->text(QAccessible::Description).toStdString();
+  if (!control.empty() && !node->state().invisible)
+    found[control] = node->text(QAccessible::Name).toStdString();
+  for (int i = 0; i < node->childCount(); ++i)
+    found.merge(accessible_controls(node->child(i), depth + 1));
+  return found;
+}
+
+// Assistive technology finds every control by its control name, with a name a person uses.
+TEST_F(MainWindowTest, EveryControlIsInTheAccessibilityTreeByItsName) {
+  app->run([this] {
+    form().panel_controls.List2.list_index = kPanelAccelerationFuel;
+    form().panels.List2_Click();
+  });
+  QAccessibleInterface* root = QAccessible::queryAccessibleInterface(&app->main_window());
+  auto found = accessible_controls(root);
+  const std::map<std::string, std::string> expected = {
+      {"Command1", "Connect"},
+      {"Label4(0)", "Link"},
+      {"Label4(1)", "Port"},
+      {"Label4(2)", "Firmware"},
+      {"Command12", "Read Data from Unit"},
+      {"Command9", "Write Data to Unit"},
+      {"Command15", "Update Settings"},
+      {"Command4(0)", "Write to EEProm"},
+      {"Command2", "Reload EEProm"},
+      {"Command5", "Make Permanent"},
+      {"Combo2", "Debug port"},
+      {"MSFlexGrid2", "Injector correction map"},
+      {"MSFlexGrid3", "Airflow output map"},
+      {"Check6", "Map Aktiv"},
+      {"Check2", "Highlight"},
+      {"Check4", "Aktiv"},
+      {"Check5", "Automap"},
+      {"GraphButton", "Graph"},
+      {"Combo1", "Loadtype"},
+      {"Check1", "Realtimedata"},
+      {"Check7", "Debugdata"},
+      {"MSFlexGrid1", "Live values"},
+      {"List2", "Tuning panels"},
+      {"HScroll1(0)", "Throttle Filter"},
+      {"Label8(5)", "Reduzierung value"},
+      {"List1", "Log"},
+  };
+  for (const auto& [control, name] : expected) {
+    ASSERT_TRUE(found.count(control)) << control;
+    EXPECT_EQ(found.at(control), name) << control;
+  }
+  for (const auto& [control, name] : found) EXPECT_FALSE(name.empty()) << control;
+  // The floating editor is there while it is shown.
+  EXPECT_FALSE(found.count("Text2"));
+  const QRect cell = w().MSFlexGrid2->visualRect(w().MSFlexGrid2->model()->index(3, 3));
+  QTest::mouseClick(w().MSFlexGrid2->viewport(), Qt::LeftButton, {}, cell.center());
+  found = accessible_controls(root);
+  ASSERT_TRUE(found.count("Text2"));
+  EXPECT_EQ(found.at("Text2"), "Correction cell editor");
+}
+
+// Every widget the window made has a name and its control name, whether shown or not.
+TEST_F(MainWindowTest, EveryWidgetCarriesANameAndItsControlName) {
+  for (QWidget* child : app->main_window().findChildren<QWidget*>()) {
+    bool internal = false;  // parts of a view, a combo box or a scroll area
+    for (QWidget* p = child->parentWidget(); p && p != &app->main_window(); p = p->parentWidget())
+      internal |= qobject_cast<QAbstractItemView*>(p) || qobject_cast<QComboBox*>(p) ||
+                  qobject_cast<QAbstractScrollArea*>(p) || qobject_cast<QMenuBar*>(p);
+    if (internal || child->isWindow()) continue;
+    const bool control = qobject_cast<QAbstractButton*>(child) || qobject_cast<QLabel*>(child) ||
+                         qobject_cast<QComboBox*>(child) || qobject_cast<QLineEdit*>(child) ||
+                         qobject_cast<QAbstractItemView*>(child) ||
+                         qobject_cast<QAbstractSlider*>(child) || qobject_cast<QGroupBox*>(child);
+    if (!control) continue;
+    EXPECT_FALSE(child->accessibleName().isEmpty()) << child->metaObject()->className();
+    EXPECT_FALSE(child->accessibleDescription().isEmpty())
+        << child->metaObject()->className() << " " << child->accessibleName().toStdString();
+  }
 }
 
 TEST(SplashTest, ShowsCentredAndClosesItself) {

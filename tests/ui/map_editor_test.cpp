@@ -24,6 +24,11 @@ class MapEditorTest : public ProgramTest {
   MapGridView* grid() { return w().MSFlexGrid2; }
   QRect rect(int r, int col) { return grid()->visualRect(grid()->model()->index(r, col)); }
   QPoint at(int r, int col) { return rect(r, col).center(); }
+  // Where the editor box covers that cell, in its own parent's coordinates.
+  QRect over(int r, int col) {
+    const QRect cell = rect(r, col);
+    return {grid()->viewport()->mapTo(w().Text2->parentWidget(), cell.topLeft()), cell.size()};
+  }
   void press(QPoint p, Qt::MouseButton b = Qt::LeftButton) {
     QTest::mousePress(grid()->viewport(), b, {}, p);
   }
@@ -77,7 +82,7 @@ TEST_F(MapEditorTest, DragSelectsTheBlockWhereverTheButtonComesUp) {
   EXPECT_EQ(back(2, 3), QColor(Qt::white));  // the current cell keeps its colours
   release(at(4, 5));
   EXPECT_TRUE(w().Text2->isVisible());
-  EXPECT_EQ(w().Text2->geometry(), rect(2, 3));
+  EXPECT_EQ(w().Text2->geometry(), over(2, 3));
   EXPECT_EQ(w().Text2->selectedText(), "0");
 
   select(0, 8, 0, 8);  // a heading cell takes no press
@@ -108,7 +113,7 @@ TEST_F(MapEditorTest, KeysInTheEditorReachTheHandlers) {
     EXPECT_EQ(c().MSFlexGrid2.row, k.want_row) << k.text.toStdString();
     EXPECT_EQ(c().MSFlexGrid2.col, k.want_col) << k.text.toStdString();
     EXPECT_EQ(w().Text2->isVisible() ? w().Text2->text() : "", k.want_text) << k.key;
-    EXPECT_EQ(w().Text2->geometry(), rect(k.want_row, k.want_col)) << k.key;
+    EXPECT_EQ(w().Text2->geometry(), over(k.want_row, k.want_col)) << k.key;
   }
 }
 
@@ -141,7 +146,7 @@ TEST_F(MapEditorTest, TheEditorStaysWhereItWasPlaced) {
     form().axes.Combo1_Click();  // fills the load axis, ending on row 16, column 0
   });
   EXPECT_EQ(c().MSFlexGrid2.row * 100 + c().MSFlexGrid2.col, 1600);
-  EXPECT_EQ(w().Text2->geometry(), rect(3, 3));
+  EXPECT_EQ(w().Text2->geometry(), over(3, 3));
 
   QTest::mouseClick(w().MSFlexGrid3->viewport(), Qt::LeftButton, {},
                     w().MSFlexGrid3->visualRect(w().MSFlexGrid3->model()->index(4, 4)).center());
@@ -188,7 +193,7 @@ TEST_F(MapEditorTest, MapControlsReachTheirHandlers) {
   // RPM Points: the heading row takes presses and edits like the body, the panels go away.
   w().menu.at("RPM Points")->trigger();
   select(0, 3, 0, 3);
-  EXPECT_EQ(w().Text2->geometry(), rect(0, 3));
+  EXPECT_EQ(w().Text2->geometry(), over(0, 3));
   EXPECT_EQ(w().Text2->text(), "1500");
   EXPECT_EQ(w().panel_stack->currentIndex(), kPanelCount);
   w().menu.at("RPM Points")->trigger();  // back: every panel visible, the last one on top

@@ -1,0 +1,15 @@
+#include "ui/program_setup.h"
+
+#include <QApplication>
+#include <QStyleFactory>
+
+namespace nerit::ui {
+
+void set_up_application() {
+  // No display name: on X11 Qt appends one to every window title ("Error — Nerit").
+  QApplication::setApplicationName("nerit");
+  QApplication::setApplicationVersion("0.1");
+  QApplication::setStyle(QStyleFactory::create("Fusion"));
+}
+
+}  // namespace nerit::ui
