@@ -1,27 +1,11 @@
 #include "app/reply_fan_out.h"
 
-#include <stdexcept>
-
 #include "link/memory_map.h"
 #include "link/settings_blocks.h"
 #include "maps/load_axis.h"
-#include "shell/errors.h"
+#include "shell/quietly.h"
 
 namespace nerit {
-
-namespace {
-
-// A status frame goes on past a step that fails: the next one still runs.
-template <class Step>
-void quietly(Step step) {
-  try {
-    step();
-  } catch (const ProgramError&) {
-  } catch (const std::out_of_range&) {
-  }
-}
-
-}  // namespace
 
 double ReplyFanOut::automap_load(int load_type, const LiveValues& v) {
   switch (load_type) {

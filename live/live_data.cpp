@@ -1,23 +1,11 @@
 #include "live/live_data.h"
 
-#include <stdexcept>
-
-#include "shell/errors.h"
 #include "shell/numbers.h"
+#include "shell/quietly.h"
 
 namespace nerit {
 
 namespace {
-
-// A status value that cannot be computed is skipped; the rest of the frame still counts.
-template <class Statement>
-void quietly(Statement statement) {
-  try {
-    statement();
-  } catch (const ProgramError&) {
-  } catch (const std::out_of_range&) {
-  }
-}
 
 // The frequency of a vortex period in 4 µs ticks; no period, no frequency.
 double vortex_hz(long period) {
