@@ -1,6 +1,7 @@
 // The fault boundary every handler runs through, and the timer model's countdown.
 #include "shell/fault_boundary.h"
 
+#include <gtest/gtest-spi.h>
 #include <gtest/gtest.h>
 
 #include <functional>
@@ -39,6 +40,36 @@ TEST(FaultBoundary, EachFailureEndsTheActionWithOneErrorBox) {
   EXPECT_TRUE(run_handler(dialogs, [&] { ran = true; }));
   EXPECT_TRUE(ran);
   EXPECT_TRUE(dialogs.shown.empty());
+}
+
+// The tests' dialogs take only what a test expects, in order; anything else fails the test.
+TEST(FakeDialogs, AnythingNotExpectedFailsTheTest) {
+  EXPECT_NONFATAL_FAILURE(
+      {
+        testing::FakeDialogs dialogs;
+        dialogs.message_box("x", MsgButtons::YesNo, MsgIcon::Question, "T");
+      },
+      "unexpected box: T|Question|YesNo|x");
+  EXPECT_NONFATAL_FAILURE(
+      {
+        testing::FakeDialogs dialogs;
+        dialogs.expect("T|None|Ok|y");
+        dialogs.notify({"z", MsgButtons::Ok, MsgIcon::None, "T"});
+      },
+      "expected:  T|None|Ok|y");
+  EXPECT_NONFATAL_FAILURE({ testing::FakeDialogs().expect_file("a.inj"); },
+                          "expected file dialog never shown");
+  EXPECT_NONFATAL_FAILURE({ testing::FakeDialogs().file_dialog({}); }, "unexpected file dialog");
+  EXPECT_NONFATAL_FAILURE({ testing::FakeDialogs().input_box("Start / kPa", "", ""); },
+                          "unexpected input box: Start / kPa");
+
+  testing::FakeDialogs dialogs;
+  dialogs.expect("Online|None|YesNo|q", MsgAnswer::Yes);
+  dialogs.expect_file("/tmp/a.inj");
+  dialogs.expect_input("250");
+  EXPECT_EQ(dialogs.message_box("q", MsgButtons::YesNo, MsgIcon::None, "Online"), MsgAnswer::Yes);
+  EXPECT_EQ(dialogs.file_dialog({}), "/tmp/a.inj");
+  EXPECT_EQ(dialogs.input_box("Start / kPa", "Boost", "100"), "250");
 }
 
 // A timer switched on again while it runs keeps its countdown; switched off and on, it starts anew.
