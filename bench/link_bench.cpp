@@ -4,12 +4,25 @@
 //
 // nerit-sim paces only what it sends; a pseudo-terminal passes the program's bytes at once. For
 // the transfers a line in a thread of its own sits between the two and delays the program's
-// bytes to the wire rate as well, so both directions take their time as on the real line.
+// bytes to the wire rate as well, so both directions take their time as on the real line. The line
+// runs at real-time priority where the system allows it, so that its own wake-ups do not count
+// against the program or nerit-sim.
 //
-//   (a) "Read Data from Unit" and (b) "Write Data to Unit": wall time against the wire bound of
-//       108 frames x 22 bytes x 10 bits / 19200 baud = 1.2375 s (target: ratio at most 1.10).
+//   (a) "Read Data from Unit" and (b) "Write Data to Unit", 54 exchanges each, `--runs N` times
+//       (default 3), best and median of the runs:
+//       wall time against the wire bound of 108 frames x 22 bytes x 10 bits / 19200 baud =
+//       1.2375 s (target: at most 1.05 x);
+//       the program's share per exchange, reply in to next request out (target: at most 0.3 ms);
+//       nerit-sim's turnaround per exchange, request's last byte in to reply's first byte out,
+//       beyond the reply's own wire time (target: under 0.5 ms);
+//       how late the line delivers a request's last byte (no target; part of the wall time).
 //   (c) CPU time of this process while "Read Data from Unit" waits 10 s on a controller that
-//       has gone silent, as a share of one core (target: under 1 %).
+//       has gone silent, as a share of one core (target: under 0.5 %).
+//
+// Exit status: 0 when every target is met, 2 when one is missed, 1 when nothing was measured.
+#include <pthread.h>
+#include <sched.h>
+#include <sys/prctl.h>
 #include <unistd.h>
 
 #include <QApplication>
@@ -23,6 +36,7 @@
 #include <chrono>
 #include <cstdio>
 #include <deque>
+#include <functional>
 #include <memory>
 #include <mutex>
 #include <string>
@@ -37,10 +51,25 @@ namespace {
 
 using nerit::ui::Application;
 
-constexpr double kWireBoundS = 108 * 22 * 10 / 19200.0;
+constexpr int kExchanges = 54;
+constexpr int kFrameBytes = 22;
+constexpr double kWireBoundS = 2 * kExchanges * kFrameBytes * 10 / 19200.0;
+constexpr double kRatioTarget = 1.05;       // whole transfer against the wire bound, at most
+constexpr double kProgramTargetMs = 0.3;    // per exchange, at most
+constexpr double kSimTargetMs = 0.5;        // per exchange, under
+constexpr double kIdleTargetPercent = 0.5;  // of one core, under
 
 using nerit::bench::RecordingDialogs;
 using nerit::bench::SimProcess;
+
+// Real-time priority for the calling thread; otherwise at least timers without slack.
+bool make_this_thread_punctual() {
+  sched_param param{};
+  param.sched_priority = sched_get_priority_min(SCHED_FIFO);
+  if (pthread_setschedparam(pthread_self(), SCHED_FIFO, &param) == 0) return true;
+  prctl(PR_SET_TIMERSLACK, 1UL);
+  return false;
+}
 
 // A 19200-baud line from the program to nerit-sim: the program opens device(); every byte it
 // writes reaches the controller 10 bits of 1/19200 s after the one before. The controller's
@@ -56,12 +85,14 @@ class PacedLine {
     if (thread_.joinable()) thread_.join();
   }
   const std::string& device() const { return ends_.device; }
+  // Whether the line got real-time priority; known once its thread runs.
+  bool realtime() const { return realtime_; }
 
-  // Mean turn-around beyond the wire time: the program from a reply to its next request, the
-  // controller from a request to its reply. Read and reset.
+  // Each exchange's time beyond the wire time, in milliseconds: the program from a reply to its
+  // next request, the controller from a request to its reply, the line's lateness with a
+  // request's last byte.
   struct Turns {
-    std::chrono::nanoseconds program{0}, controller{0};
-    int program_count = 0, controller_count = 0;
+    std::vector<double> program, controller, line;
   };
   Turns take_turns() {
     const std::lock_guard lock(mutex_);
@@ -72,18 +103,25 @@ class PacedLine {
   using Clock = std::chrono::steady_clock;
   static constexpr std::chrono::nanoseconds kByteTime{520833};  // 10 bits at 19200 baud
 
+  static double ms(std::chrono::nanoseconds d) { return static_cast<double>(d.count()) / 1e6; }
+
   void run() {
+    realtime_ = make_this_thread_punctual();
+    // What the program wrote, each byte with the time it is due at nerit-sim.
     std::deque<std::pair<Clock::time_point, char>> on_wire;
     Clock::time_point line_free = Clock::now();
     // When the last request reached nerit-sim and the last reply reached the program.
     Clock::time_point request_delivered{}, reply_forwarded{};
     bool request_pending = false, reply_pending = false;
+    int reply_bytes = 0;  // of the reply to the pending request, so far
     char buf[4096];
     while (!stop_) {
       auto now = Clock::now();
       std::string due;
+      Clock::time_point last_due{};
       while (!on_wire.empty() && on_wire.front().first <= now) {
         due += on_wire.front().second;
+        last_due = on_wire.front().first;
         on_wire.pop_front();
       }
       if (!due.empty()) {
@@ -91,21 +129,22 @@ class PacedLine {
         if (on_wire.empty()) {
           request_delivered = now;
           request_pending = true;
+          reply_bytes = 0;
+          const std::lock_guard lock(mutex_);
+          turns_.line.push_back(ms(now - last_due));
         }
       }
       auto wait = std::chrono::nanoseconds(std::chrono::milliseconds(50));
       if (!on_wire.empty()) wait = std::min(wait, on_wire.front().first - Clock::now());
       if (wait < std::chrono::nanoseconds(0)) continue;
-      const auto ready =
-          ends_.wait_readable(std::chrono::duration_cast<std::chrono::microseconds>(wait));
+      const auto ready = ends_.wait_readable(std::chrono::ceil<std::chrono::microseconds>(wait));
       if (!ready.program && !ready.controller) continue;
       now = Clock::now();
       if (ready.program) {
         const ssize_t n = ::read(ends_.program_side, buf, sizeof buf);
         if (n > 0 && on_wire.empty() && reply_pending) {
           const std::lock_guard lock(mutex_);
-          turns_.program += now - reply_forwarded;
-          ++turns_.program_count;
+          turns_.program.push_back(ms(now - reply_forwarded));
           reply_pending = false;
         }
         for (ssize_t i = 0; i < n; ++i) {
@@ -118,11 +157,12 @@ class PacedLine {
         if (n == 0 || (n < 0 && errno != EAGAIN && errno != EINTR)) return;  // nerit-sim has gone
         if (n < 0) continue;
         if (::write(ends_.program_side, buf, static_cast<std::size_t>(n)) < 0) return;
-        if (request_pending) {
-          // nerit-sim hands over a paced message when its last byte is due.
+        reply_bytes += static_cast<int>(n);
+        if (request_pending && reply_bytes >= kFrameBytes) {
+          // nerit-sim hands over a paced message when its last byte is due: its first byte
+          // left the message's wire time earlier.
           const std::lock_guard lock(mutex_);
-          turns_.controller += now - request_delivered - n * kByteTime;
-          ++turns_.controller_count;
+          turns_.controller.push_back(ms(now - request_delivered - reply_bytes * kByteTime));
           request_pending = false;
         }
         reply_forwarded = now;
@@ -133,6 +173,7 @@ class PacedLine {
 
   nerit::bench::RelayEnds ends_;
   std::atomic<bool> stop_{false};
+  std::atomic<bool> realtime_{false};
   std::mutex mutex_;
   Turns turns_;
   std::thread thread_;
@@ -158,76 +199,171 @@ struct Program {
   std::unique_ptr<Application> app;
 };
 
+double mean(const std::vector<double>& v) {
+  double sum = 0;
+  for (double x : v) sum += x;
+  return v.empty() ? 0 : sum / static_cast<double>(v.size());
+}
+
+double median(std::vector<double> v) {
+  if (v.empty()) return 0;
+  std::sort(v.begin(), v.end());
+  const std::size_t n = v.size();
+  return n % 2 == 1 ? v[n / 2] : (v[n / 2 - 1] + v[n / 2]) / 2;
+}
+
+// One transfer's figures: means per exchange, and the medians of the turns.
 struct Transfer {
   double seconds = 0;
   int replies = 0;
-  PacedLine::Turns turns;
+  bool stalled = false;  // ended by the watchdog
+  double program_ms = 0, sim_ms = 0, line_ms = 0;
+  double program_median_ms = 0, sim_median_ms = 0;
+
+  double ratio() const { return seconds / kWireBoundS; }
+  double beyond_ms() const { return (seconds - kWireBoundS) * 1000 / kExchanges; }
 };
+
+// The program waits for each reply without a time limit; a reply lost on the way would hold the
+// benchmark for ever.
+constexpr int kStalledMs = 20000;
 
 Transfer run_transfer(Program& p, PacedLine& line, const std::function<void()>& handler) {
   line.take_turns();
   Transfer t;
   const int before = p.log_lines();
+  QTimer watchdog;
+  watchdog.setSingleShot(true);
+  QObject::connect(&watchdog, &QTimer::timeout, [&] {
+    t.stalled = true;
+    p.app->main_window().close();  // ends the wait, as the user closing the window would
+  });
+  watchdog.start(kStalledMs);
   QElapsedTimer clock;
   clock.start();
   p.app->run(handler);
+  watchdog.stop();
   t.seconds = static_cast<double>(clock.nsecsElapsed()) / 1e9;
   t.replies = p.log_lines() - before;
-  t.turns = line.take_turns();
+  const PacedLine::Turns turns = line.take_turns();
+  t.program_ms = mean(turns.program);
+  t.sim_ms = mean(turns.controller);
+  t.line_ms = mean(turns.line);
+  t.program_median_ms = median(turns.program);
+  t.sim_median_ms = median(turns.controller);
   return t;
 }
 
-double mean_ms(std::chrono::nanoseconds total, int count) {
-  return count == 0 ? 0 : static_cast<double>(total.count()) / 1e6 / count;
+// Best (lowest) and median of one figure over the runs.
+struct Spread {
+  double best = 0, median = 0;
+};
+
+Spread spread(const std::vector<Transfer>& runs, double (*figure)(const Transfer&)) {
+  std::vector<double> v;
+  for (const Transfer& t : runs) v.push_back(figure(t));
+  return {*std::min_element(v.begin(), v.end()), median(v)};
 }
 
-void print_transfer(const char* name, const Transfer& t) {
-  std::printf("%s: %.4f s for %d replies; wire bound %.4f s; ratio %.3f (target <= 1.10)\n", name,
-              t.seconds, t.replies, kWireBoundS, t.seconds / kWireBoundS);
+const char* verdict(bool met) {
+  return met ? "met" : "MISSED";
+}
+
+// Prints each run and the best / median with the targets; true when every median meets its
+// target.
+bool print_transfer(const char* name, const std::vector<Transfer>& runs) {
+  std::printf("%s, %d exchanges a run:\n", name, kExchanges);
+  for (std::size_t i = 0; i < runs.size(); ++i) {
+    const Transfer& t = runs[i];
+    std::printf(
+        "  run %zu: %.4f s for %d replies, ratio %.3f; per exchange beyond the wire time %.2f ms: "
+        "program %.2f (median %.2f), nerit-sim %.2f (median %.2f), line %.2f\n",
+        i + 1, t.seconds, t.replies, t.ratio(), t.beyond_ms(), t.program_ms, t.program_median_ms,
+        t.sim_ms, t.sim_median_ms, t.line_ms);
+  }
+  const Spread ratio = spread(runs, [](const Transfer& t) { return t.ratio(); });
+  const Spread seconds = spread(runs, [](const Transfer& t) { return t.seconds; });
+  const Spread program = spread(runs, [](const Transfer& t) { return t.program_ms; });
+  const Spread sim = spread(runs, [](const Transfer& t) { return t.sim_ms; });
+  const Spread line = spread(runs, [](const Transfer& t) { return t.line_ms; });
+  std::printf("  best / median of the %zu runs (means per exchange):\n", runs.size());
   std::printf(
-      "  beyond the wire time, per exchange: %.2f ms in all, of which the program %.2f ms "
-      "(reply in to next request out) and nerit-sim %.2f ms (request in to reply out)\n",
-      (t.seconds - kWireBoundS) * 1000 / 54, mean_ms(t.turns.program, t.turns.program_count),
-      mean_ms(t.turns.controller, t.turns.controller_count));
+      "    whole transfer %.4f / %.4f s = %.3f / %.3f x the wire bound of %.4f s "
+      "(target <= %.2f x): %s\n",
+      seconds.best, seconds.median, ratio.best, ratio.median, kWireBoundS, kRatioTarget,
+      verdict(ratio.median <= kRatioTarget));
+  std::printf(
+      "    program, reply in to next request out: %.3f / %.3f ms an exchange "
+      "(target <= %.1f ms): %s\n",
+      program.best, program.median, kProgramTargetMs, verdict(program.median <= kProgramTargetMs));
+  std::printf(
+      "    nerit-sim, request's last byte in to reply's first byte out, beyond the reply's wire "
+      "time: %.3f / %.3f ms an exchange (target < %.1f ms): %s\n",
+      sim.best, sim.median, kSimTargetMs, verdict(sim.median < kSimTargetMs));
+  std::printf("    line, late with a request's last byte: %.3f / %.3f ms an exchange (no target)\n",
+              line.best, line.median);
+  return ratio.median <= kRatioTarget && program.median <= kProgramTargetMs &&
+         sim.median < kSimTargetMs;
 }
 
-int measure_transfers(const QString& folder) {
+enum class Outcome { kMet, kMissed, kFailed };
+
+Outcome measure_transfers(const QString& folder, int run_count) {
   SimProcess sim({"--pacing"});
   if (sim.device().empty()) {
     std::fprintf(stderr, "nerit-sim did not start\n");
-    return 1;
+    return Outcome::kFailed;
   }
   PacedLine line(sim.device());
   if (line.device().empty()) {
     std::fprintf(stderr, "no paced line\n");
-    return 1;
+    return Outcome::kFailed;
   }
   Program p(line.device(), folder);
   if (!p.connect()) {
     std::fprintf(stderr, "not connected\n");
-    return 1;
+    return Outcome::kFailed;
   }
+  std::printf("line: %s\n", line.realtime()
+                                ? "real-time priority"
+                                : "normal priority (its wake-ups count against the program)");
   auto& form1 = p.app->program().form1;
-  const Transfer read = run_transfer(p, line, [&] { form1.session.Command12_Click(); });
-  const Transfer write = run_transfer(p, line, [&] { form1.transfers.Command9_Click(); });
-  print_transfer("(a) Read Data from Unit", read);
-  print_transfer("(b) Write Data to Unit", write);
+  std::vector<Transfer> reads, writes;
+  // False when the transfer stalled.
+  auto transfer = [&](std::vector<Transfer>& runs, const char* name,
+                      const std::function<void()>& handler) {
+    runs.push_back(run_transfer(p, line, handler));
+    if (!runs.back().stalled) return true;
+    std::fprintf(stderr, "%s did not end within %d s (%d log lines)\n", name, kStalledMs / 1000,
+                 runs.back().replies);
+    return false;
+  };
+  for (int i = 0; i < run_count; ++i) {
+    if (!transfer(reads, "Read Data from Unit", [&] { form1.session.Command12_Click(); }) ||
+        !transfer(writes, "Write Data to Unit", [&] { form1.transfers.Command9_Click(); }))
+      return Outcome::kFailed;
+  }
+  bool met = print_transfer("(a) Read Data from Unit", reads);
+  met = print_transfer("(b) Write Data to Unit", writes) && met;
   for (const std::string& d : p.dialogs.shown)
     if (d.rfind("Online:", 0) != 0) std::printf("  dialog: %s\n", d.c_str());
-  return read.replies == 54 && write.replies == 54 ? 0 : 1;
+  for (const auto* runs : {&reads, &writes})
+    for (const Transfer& t : *runs)
+      if (t.replies != kExchanges) return Outcome::kFailed;
+  return met ? Outcome::kMet : Outcome::kMissed;
 }
 
-int measure_idle(const QString& folder) {
+Outcome measure_idle(const QString& folder) {
   // Answers the connect request, then nothing more.
   SimProcess sim({"--pacing", "--silent-after", "1"});
   if (sim.device().empty()) {
     std::fprintf(stderr, "nerit-sim did not start\n");
-    return 1;
+    return Outcome::kFailed;
   }
   Program p(sim.device(), folder);
   if (!p.connect()) {
     std::fprintf(stderr, "not connected\n");
-    return 1;
+    return Outcome::kFailed;
   }
   constexpr int kWaitMs = 10000;
   double cpu_start = 0, cpu_used = 0, wall_s = 0;
@@ -241,11 +377,14 @@ int measure_idle(const QString& folder) {
   cpu_start = nerit::bench::cpu_seconds();
   wall.start();
   p.app->run([&] { p.app->program().form1.session.Command12_Click(); });
+  if (wall_s <= 0) return Outcome::kFailed;
+  const double percent = 100 * cpu_used / wall_s;
   std::printf(
       "(c) waiting on a silent controller: %.3f s CPU in %.2f s = %.3f %% of one core "
-      "(target < 1 %%); %d log lines meanwhile\n",
-      cpu_used, wall_s, 100 * cpu_used / wall_s, p.log_lines() - before);
-  return wall_s > 0 ? 0 : 1;
+      "(target < %.1f %%): %s; %d log lines meanwhile\n",
+      cpu_used, wall_s, percent, kIdleTargetPercent, verdict(percent < kIdleTargetPercent),
+      p.log_lines() - before);
+  return percent < kIdleTargetPercent ? Outcome::kMet : Outcome::kMissed;
 }
 
 }  // namespace
@@ -254,8 +393,19 @@ int main(int argc, char** argv) {
   qputenv("QT_QPA_PLATFORM", "offscreen");
   QApplication qt(argc, argv);
   QApplication::setStyle(QStyleFactory::create("Fusion"));
+  int run_count = 3;
+  const QStringList args = QCoreApplication::arguments();
+  for (int i = 1; i < args.size(); ++i) {
+    bool ok = false;
+    if (args[i] == "--runs" && i + 1 < args.size()) run_count = args[++i].toInt(&ok);
+    if (!ok || run_count < 1) {
+      std::fprintf(stderr, "usage: nerit-link-bench [--runs N]\n");
+      return 1;
+    }
+  }
   QTemporaryDir folder;
-  int failures = measure_transfers(folder.path());
-  failures += measure_idle(folder.path());
-  return failures == 0 ? 0 : 1;
+  const Outcome transfers = measure_transfers(folder.path(), run_count);
+  const Outcome idle = measure_idle(folder.path());
+  if (transfers == Outcome::kFailed || idle == Outcome::kFailed) return 1;
+  return transfers == Outcome::kMet && idle == Outcome::kMet ? 0 : 2;
 }

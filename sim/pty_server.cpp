@@ -6,9 +6,11 @@
 #include <termios.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <climits>
 #include <cmath>
+#include <cstdint>
 #include <cstring>
 
 namespace nerit::sim {
@@ -89,19 +91,36 @@ void PtyServer::write_out(const std::string& bytes) {
   }
 }
 
-int PtyServer::next_timeout_ms() const {
+std::chrono::nanoseconds wait_until(double due_ms, double now_ms) {
+  const double ns = std::ceil((due_ms - now_ms) * 1e6);
+  constexpr double kLongest = 1e15;  // about 11 days, far inside the range of the count
+  return std::chrono::nanoseconds(ns <= 0 ? 0 : static_cast<std::int64_t>(std::min(ns, kLongest)));
+}
+
+std::optional<std::chrono::nanoseconds> PtyServer::next_timeout() const {
   const double due = controller_.next_due();
-  if (due < 0) return -1;
-  const double wait = std::ceil(due - now_ms());
-  return wait <= 0 ? 0 : wait >= INT_MAX ? INT_MAX : static_cast<int>(wait);
+  if (due < 0) return std::nullopt;
+  return wait_until(due, now_ms());
+}
+
+int PtyServer::next_timeout_ms() const {
+  const auto wait = next_timeout();
+  if (!wait) return -1;
+  const auto ms = std::chrono::ceil<std::chrono::milliseconds>(*wait).count();
+  return ms >= INT_MAX ? INT_MAX : static_cast<int>(ms);
 }
 
 bool PtyServer::pump(int max_wait_ms) {
   if (master_ < 0) return false;
-  int wait = next_timeout_ms();
-  if (wait < 0 || wait > max_wait_ms) wait = max_wait_ms;
+  auto wait = std::chrono::nanoseconds(std::chrono::milliseconds(max_wait_ms));
+  if (const auto due = next_timeout(); due && *due < wait) wait = *due;
+  // ppoll, not poll: a paced reply goes out when its last byte is due, not at the next whole
+  // millisecond.
+  const auto seconds = std::chrono::floor<std::chrono::seconds>(wait);
+  const timespec timeout{static_cast<time_t>(seconds.count()),
+                         static_cast<long>((wait - seconds).count())};
   pollfd pfd{master_, POLLIN, 0};
-  const int ready = ::poll(&pfd, 1, wait);
+  const int ready = ::ppoll(&pfd, 1, &timeout, nullptr);
   if (ready > 0 && (pfd.revents & POLLIN)) {
     on_readable();
   } else {

@@ -1,9 +1,11 @@
 #pragma once
 // Serves a Controller on a pseudo-terminal (POSIX). The program opens slave_path() as its
 // serial port. Usable from any event loop: watch master_fd() for reading and call
-// on_readable(); arm a timer for next_timeout_ms() and call on_timer(); both re-arm the timer.
-// Controller time is milliseconds since the server was made, on the monotonic clock.
+// on_readable(); arm a timer for next_timeout() (or next_timeout_ms() where timers count whole
+// milliseconds) and call on_timer(); both re-arm the timer. Controller time is milliseconds
+// since the server was made, on the monotonic clock.
 #include <chrono>
+#include <optional>
 #include <string>
 
 #include "sim/controller.h"
@@ -30,11 +32,13 @@ class PtyServer {
   void on_readable();
   // Sends what is due; closes the pty once the controller has vanished.
   void on_timer();
-  // Milliseconds until on_timer() has work, rounded up; -1 when nothing is scheduled.
+  // Time until on_timer() has work, to the nanosecond; empty when nothing is scheduled.
+  std::optional<std::chrono::nanoseconds> next_timeout() const;
+  // The same in milliseconds, rounded up; -1 when nothing is scheduled.
   int next_timeout_ms() const;
 
-  // One step of a loop of its own: waits up to max_wait_ms for input or the next due time.
-  // False once the pty is closed.
+  // One step of a loop of its own: waits up to max_wait_ms for input or the next due time,
+  // to the nanosecond. False once the pty is closed.
   bool pump(int max_wait_ms);
 
   Controller& controller() { return controller_; }
@@ -50,5 +54,9 @@ class PtyServer {
   std::string slave_path_;
   std::string error_;
 };
+
+// The wait from now_ms until due_ms, rounded up to the next nanosecond so that a wake-up is
+// never early; zero when due_ms has passed.
+std::chrono::nanoseconds wait_until(double due_ms, double now_ms);
 
 }  // namespace nerit::sim

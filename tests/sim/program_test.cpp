@@ -75,6 +75,33 @@ TEST(SimPty, AnswersOnTheSlaveKeepsServingWhenReopenedAndStopsOnceTheLineIsGone)
   EXPECT_GE(vanishing.now_ms(), 30);
 }
 
+// A paced reply is waited for to the nanosecond, not to the next whole millisecond, and a
+// wait never ends before the due time.
+TEST(SimPty, WaitsForAPacedReplyToTheNanosecond) {
+  using std::chrono::nanoseconds;
+  EXPECT_EQ(wait_until(10.5, 0.25), nanoseconds(10250000));
+  EXPECT_EQ(wait_until(22 * kByteMs, 0), nanoseconds(11458334));  // 11458333.3 ns
+  EXPECT_EQ(wait_until(1 + 0x1p-30, 1), nanoseconds(1));
+  EXPECT_EQ(wait_until(5, 7), nanoseconds(0));
+
+  PtyServer server(test::with([](Options& o) { o.paced = true; }));
+  if (!server.open()) GTEST_SKIP() << "no pseudo-terminal: " << server.error();
+  EXPECT_FALSE(server.next_timeout());
+  EXPECT_EQ(server.next_timeout_ms(), -1);
+  const int port = open_port(server.slave_path());
+  ASSERT_GE(port, 0);
+  const std::string request = test::command(0x0C, 0x0240);
+  ASSERT_EQ(::write(port, request.data(), request.size()), static_cast<ssize_t>(request.size()));
+  const auto deadline = Clock::now() + std::chrono::seconds(2);
+  while (server.controller().frames_received().empty() && Clock::now() < deadline) server.pump(5);
+  ASSERT_EQ(server.controller().frames_received().size(), 1u);
+  const auto wait = server.next_timeout();
+  ASSERT_TRUE(wait);
+  // The whole reply's wire time at most; a whole-millisecond wait would be 12 ms.
+  EXPECT_LE(*wait, wait_until(22 * kByteMs, 0));
+  ::close(port);
+}
+
 TEST(SimCommandLine, PacesByDefaultReadsEveryOptionAndRejectsBadOnes) {
   std::string error;
   const auto plain = parse_command_line({}, error);

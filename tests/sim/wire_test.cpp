@@ -77,6 +77,26 @@ TEST(SimWire, PacingDelayDropsChunksGarbageSilenceAndVanishing) {
   }
 }
 
+// The request's bytes come at the wire rate, the last one between two milliseconds; the reply
+// starts as that byte arrives, so its last byte is due exactly its own wire time later.
+TEST(SimWire, APacedReplyStartsRightAfterTheRequestsLastByte) {
+  Controller c(test::with([](Options& o) { o.paced = true; }));
+  const std::string request = command(0x0C, 0x0240);
+  const double first = 1000.123456789;
+  for (std::size_t i = 0; i < request.size(); ++i)
+    c.receive(first + static_cast<double>(i) * kByteMs, request.substr(i, 1));
+  const double last = first + static_cast<double>(request.size() - 1) * kByteMs;
+  const double due = last + 22 * kByteMs;
+  EXPECT_DOUBLE_EQ(c.next_due(), due);
+  EXPECT_TRUE(c.poll(due - 1e-6).empty());
+  const auto out = c.poll(due);
+  ASSERT_EQ(out.size(), 1u);
+  EXPECT_DOUBLE_EQ(out[0].at_ms, due);
+  EXPECT_EQ(out[0].bytes.size(), 22u);
+  ASSERT_EQ(c.frames_received().size(), 1u);
+  EXPECT_DOUBLE_EQ(c.frames_received()[0].at_ms, last);
+}
+
 // Silent or gone, the controller still takes the commands it got before.
 TEST(SimWire, ASilentControllerStillActsAndAVanishedOneHearsNothing) {
   Controller silent(test::with([](Options& o) { o.faults.silent_after_replies = 1; }));
