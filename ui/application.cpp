@@ -28,9 +28,11 @@ Application::Application(Options options)
   qt_dialogs_.set_owner(main_.get());
   windows_.busy = [this] { return run_depth_ > 0; };
   main_->on_close = [this] { run([this] { program_->form1.shell.Form_Unload(); }); };
+  catch_up_.setSingleShot(true);
+  connect(&catch_up_, &QTimer::timeout, this, [this] { catch_up(); });
   pump_.before_wait = [this] {
-    comm_.send_pending();  // the request goes out before the window repaints
-    refresh();
+    comm_.send_pending();  // the request goes out before the loop sleeps
+    if (stale_) catch_up_later();
   };
 
   windows_.factories[FormId::Form4] = [this] {
@@ -75,6 +77,7 @@ void Application::start() {
 
 void Application::run(const std::function<void()>& handler, FaultBox box) {
   if (pump_.closing) return;
+  stale_ = true;  // a handler may change any model
   {
     struct Depth {
       int& n;
@@ -94,15 +97,26 @@ void Application::run(const std::function<void()>& handler, FaultBox box) {
     refresh();
     return;
   }
-  // Inside another handler's wait or dialog: the window follows on the next turn of the event
-  // loop, so a reply does not hold back the request the waiting handler sends next.
-  stale_ = true;
-  if (refresh_posted_) return;
-  refresh_posted_ = true;
-  QTimer::singleShot(0, this, [this] {
-    refresh_posted_ = false;
-    if (stale_ && !pump_.closing) refresh();
-  });
+  // Inside another handler's wait or dialog: the window catches up later, so a reply does not
+  // hold back the request the waiting handler sends next.
+  pump_.handled = true;
+  catch_up_later();
+}
+
+void Application::catch_up_later() {
+  if (!catch_up_.isActive()) catch_up_.start(kCatchUpMs);
+}
+
+void Application::catch_up() {
+  if (!stale_ || pump_.closing) return;
+  // A reply that came or was handled in this turn of a wait ends the wait: the waiting handler
+  // sends its next request first, and the window follows in a turn of its own.
+  if (pump_.handled || comm_.delivery_pending()) {
+    pump_.handled = false;
+    catch_up_.start(1);
+    return;
+  }
+  refresh();
 }
 
 void Application::refresh() {

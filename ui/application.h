@@ -2,6 +2,7 @@
 // The running program: the Qt platform, every window's models and handlers, and the widgets.
 // Every handler runs through run(): fault boundary first, then the windows show the result.
 #include <QObject>
+#include <QTimer>
 #include <filesystem>
 #include <memory>
 
@@ -46,7 +47,13 @@ class Application : public QObject {
     return [this, box](const std::function<void()>& h) { run(h, box); };
   }
   void end_program();
+  void catch_up_later();
+  void catch_up();
   void focus_changed(QWindow* now);
+
+  // While a handler waits, the window shows its changes this long after them, in a turn of the
+  // event loop without a reply.
+  static constexpr int kCatchUpMs = 40;
 
   Options options_;
   QtTimers timers_;
@@ -62,8 +69,8 @@ class Application : public QObject {
   std::unique_ptr<MainWindow> main_;
   bool last_focus_was_form_ = false;
   int run_depth_ = 0;   // handlers running, one inside the other's wait
-  bool stale_ = false;  // a nested handler changed models the window does not show yet
-  bool refresh_posted_ = false;
+  bool stale_ = false;  // a handler ran since the window last showed the models
+  QTimer catch_up_;     // refreshes the window while a handler waits
 };
 
 }  // namespace nerit::ui

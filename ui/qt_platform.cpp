@@ -61,6 +61,7 @@ void QtTimers::disarm(Timer& timer) {
 void QtPump::process_events() {
   if (closing) throw ProgramClosing{};
   if (before_wait) before_wait();
+  handled = false;
   // Sleeps until something arrives: a wait costs no CPU.
   QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
   if (closing) throw ProgramClosing{};

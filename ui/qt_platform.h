@@ -35,8 +35,9 @@ class QtTimers : public QObject, public TimerHost {
 class QtPump : public EventPump {
  public:
   void process_events() override;
-  std::function<void()> before_wait;  // shows what the handler changed before it waits
+  std::function<void()> before_wait;  // hands the request to the driver before the loop sleeps
   bool closing = false;
+  bool handled = false;  // a handler ran in this turn of the wait
 };
 
 // Boxes and dialogs belong to the main window, which outlives every one of them: a box never

@@ -50,6 +50,8 @@ class QtSerialPort : public QObject, public SerialPort {
   // Hands what output() buffered to the driver now, as far as it takes it, instead of on the
   // next turn of the event loop: the program calls it before it waits or repaints.
   void send_pending();
+  // An arrival waits for its handler on the next turn of the event loop.
+  bool delivery_pending() const { return delivery_posted_; }
 
   // Further ports numbered like this one, for windows with a link of their own.
   std::unique_ptr<QtSerialPort> sibling() const;
