@@ -1,6 +1,5 @@
 #pragma once
 // The main window's link state: wait flags, the block being written and the receive buffer.
-#include <array>
 #include <string>
 
 namespace nerit {
@@ -10,9 +9,7 @@ struct LinkState {
   int connect_timeout = 0;  // 1 once the connect wait has run out
   int write_addr = 0;       // address of the block last written
 
-  std::string rxbuffer;           // received, not yet framed
-  std::string rxframe;            // the last frame cut from it
-  std::array<int, 21> rxbytes{};  // codes of rxframe's first 21 characters
+  std::string rxbuffer;  // received, not yet framed
 };
 
 }  // namespace nerit

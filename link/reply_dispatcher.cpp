@@ -31,12 +31,9 @@ void ReplyDispatcher::MSComm1_OnComm() {
     link_.rxbuffer.clear();
   }
 
-  std::optional<std::string> frame = take_frame(link_.rxbuffer);
+  const std::optional<std::string> frame = take_frame(link_.rxbuffer);
   if (!frame) return;
-  link_.rxframe = std::move(*frame);
-  for (std::size_t i = 0; i < link_.rxbytes.size(); ++i)
-    link_.rxbytes[i] = static_cast<std::uint8_t>(link_.rxframe[i]);
-  if (const std::optional<Reply> reply = decode_reply(link_.rxframe)) dispatch(*reply);
+  if (const std::optional<Reply> reply = decode_reply(*frame)) dispatch(*reply);
 }
 
 void ReplyDispatcher::dispatch(const Reply& reply) {

@@ -41,18 +41,14 @@ bool Transfers::load_type_chosen() {
   return false;
 }
 
-void Transfers::write_block(int address, const FrameData& data, std::uint8_t code) {
-  wire_.write_block(code, address, data);
-}
-
 void Transfers::write_settings() {
-  write_block(kSettingsBlockA, settings_block_a(c_, vars_));
-  write_block(kSettingsBlockB, settings_block_b(c_, vars_));
+  wire_.write_block(kCmdSramWrite, kSettingsBlockA, settings_block_a(c_, vars_));
+  wire_.write_block(kCmdSramWrite, kSettingsBlockB, settings_block_b(c_, vars_));
 }
 
 void Transfers::write_axes() {
-  write_block(kLoadAxisLow, axis_block(c_.load_points, 1, 8));
-  write_block(kLoadAxisHigh, axis_block(c_.load_points, 9, 8));
+  wire_.write_block(kCmdSramWrite, kLoadAxisLow, axis_block(c_.load_points, 1, 8));
+  wire_.write_block(kCmdSramWrite, kLoadAxisHigh, axis_block(c_.load_points, 9, 8));
   for (int first : {1, 9}) {
     FrameData d{};
     for (int k = 0; k < 8; ++k) {
@@ -61,17 +57,18 @@ void Transfers::write_axes() {
       d[static_cast<std::size_t>(2 * k)] = static_cast<std::uint8_t>(period & 255);
       d[static_cast<std::size_t>(2 * k + 1)] = static_cast<std::uint8_t>((period >> 8) & 255);
     }
-    write_block(first == 1 ? kRpmAxisLow : kRpmAxisHigh, d);
+    wire_.write_block(kCmdSramWrite, first == 1 ? kRpmAxisLow : kRpmAxisHigh, d);
   }
 }
 
 void Transfers::write_maps() {
   for (int r = 1; r <= 16; ++r)
-    write_block(correction_row_address(r), correction_row_data(c_.MSFlexGrid2, r));
+    wire_.write_block(kCmdSramWrite, correction_row_address(r),
+                      correction_row_data(c_.MSFlexGrid2, r));
   for (int r = 1; r <= 16; ++r)
     for (int half = 0; half < 2; ++half)
-      write_block(airflow_row_address(r) + 16 * half,
-                  airflow_half_row_data(c_.MSFlexGrid3, r, half, vars_.airflowtype));
+      wire_.write_block(kCmdSramWrite, airflow_row_address(r) + 16 * half,
+                        airflow_half_row_data(c_.MSFlexGrid3, r, half, vars_.airflowtype));
 }
 
 void Transfers::Command9_Click() {
@@ -102,13 +99,13 @@ void Transfers::Command4_Click(int index) {
           d[static_cast<std::size_t>(8 * k + col - 1)] = correction_byte(val(g.text(g.row, g.col)));
         }
       }
-      write_block(kEepromMap + 0x10 * frame, d, kCmdEepromWrite);
+      wire_.write_block(kCmdEepromWrite, kEepromMap + 0x10 * frame, d);
     }
-    write_block(kEepromLoadAxisLow, axis_block(c_.load_points, 1, 8), kCmdEepromWrite);
-    write_block(kEepromLoadAxisHigh, axis_block(c_.load_points, 9, 4), kCmdEepromWrite);
+    wire_.write_block(kCmdEepromWrite, kEepromLoadAxisLow, axis_block(c_.load_points, 1, 8));
+    wire_.write_block(kCmdEepromWrite, kEepromLoadAxisHigh, axis_block(c_.load_points, 9, 4));
     FrameData a = settings_block_a(c_, vars_);
     a[15] = 0;
-    write_block(kEepromSettings, a, kCmdEepromWrite);
+    wire_.write_block(kCmdEepromWrite, kEepromSettings, a);
   }
   Command2_Click();
 }

@@ -26,8 +26,6 @@ class Transfers {
 
  private:
   bool load_type_chosen();
-  // One frame, acknowledged before it returns: working memory unless told otherwise.
-  void write_block(int address, const FrameData& data, std::uint8_t code = kCmdSramWrite);
   void write_settings();
   void write_axes();
   void write_maps();

@@ -32,15 +32,15 @@ void LiveData::load_captions() {
 }
 
 LiveValues LiveData::status(const StatusReply& s) {
-  W_ = s.W;
+  const auto& W = s.W;
   LiveValues v;
   quietly([&] {
-    const double speed = whole_part(divide(vars_.rpmfaktor, static_cast<double>(W_[4])));
+    const double speed = whole_part(divide(vars_.rpmfaktor, static_cast<double>(W[4])));
     if (speed < 9000) vars_.drehzahl = speed;  // spikes are noise, not engine speed
   });
   v.row.drehzahl = vars_.drehzahl;
-  v.row.inj_in_us = 4.0 * static_cast<double>(W_[2]);
-  v.row.inj_out_us = 4.0 * static_cast<double>(W_[3]);
+  v.row.inj_in_us = 4.0 * static_cast<double>(W[2]);
+  v.row.inj_out_us = 4.0 * static_cast<double>(W[3]);
   v.row.adjust_percent = round_half_even(s.b(12) * 100.0 / 128 - 100);
 
   const char sep = p_.decimal_separator();
@@ -60,8 +60,8 @@ LiveValues LiveData::status(const StatusReply& s) {
 
   v.analog_volts = s.b(16) * 5.0 / 255;
   v.analog_mv = whole_part(s.b(16) * 5000.0 / 255);
-  v.row.airflow_out_hz = vortex_hz(W_[6]);
-  v.airflow_in_hz = vortex_hz(W_[8]);
+  v.row.airflow_out_hz = vortex_hz(W[6]);
+  v.airflow_in_hz = vortex_hz(W[8]);
   v.cell_index = s.b(13);
   return v;
 }

@@ -47,15 +47,11 @@ class LiveData {
   // Rows 1-9 of the live table.
   void show(const LiveValues& v);
 
-  // Words W1..W8 of the latest status frame, index 1..8.
-  const std::array<long, 9>& words() const { return W_; }
-
  private:
   LiveControls& lc_;
   const Form1Controls& c_;
   ProgramState& vars_;
   Platform& p_;
-  std::array<long, 9> W_{};
 };
 
 }  // namespace nerit

@@ -74,22 +74,22 @@ QWidget* MainWindow::build_panels() {
   // The airflow input choice belongs to the airflow output panel.
   QGroupBox* output = w_.Frame1[kPanelAirflowOutput];
   auto* airflow = new QFormLayout(output);
-  auto* input_label = new QLabel(output);
-  name_widget(input_label, QString::fromStdString(pc.Label1.caption), "Label1");
-  bind_.label(input_label, pc.Label1);
+  // A field with its caption label in front.
+  auto labelled = [&](const Label& caption, const char* label_control, QWidget* field) {
+    auto* label = new QLabel(output);
+    name_widget(label, QString::fromStdString(caption.caption), label_control);
+    bind_.label(label, caption);
+    label->setBuddy(field);
+    airflow->addRow(label, field);
+  };
   w_.Combo3 = new QComboBox(output);
   name_widget(w_.Combo3, "Airflow input", "Combo3");
   bind_.combo(w_.Combo3, pc.Combo3);
-  input_label->setBuddy(w_.Combo3);
-  airflow->addRow(input_label, w_.Combo3);
-  auto* clamp_label = new QLabel(output);
-  name_widget(clamp_label, QString::fromStdString(pc.clamp_label.caption), "Label5");
-  bind_.label(clamp_label, pc.clamp_label);
+  labelled(pc.Label1, "Label1", w_.Combo3);
   w_.Text1 = new QLineEdit(output);
   name_widget(w_.Text1, "Clamp / mV", "Text1");
   bind_.text(w_.Text1, pc.Text1);
-  clamp_label->setBuddy(w_.Text1);
-  airflow->addRow(clamp_label, w_.Text1);
+  labelled(pc.clamp_label, "Label5", w_.Text1);
 
   // Acceleration fuel: the six bars with their value labels.
   QGroupBox* accel_frame = w_.Frame1[kPanelAccelerationFuel];

@@ -139,7 +139,6 @@ void QtSerialPort::set_port_open(bool open) {
     throw SerialError(text);
   }
   port_.clear(QSerialPort::AllDirections);
-  open_device_ = device;
   last_device_ = device;
   close_pending_ = false;
   ++session_;
@@ -149,7 +148,6 @@ void QtSerialPort::close_port() {
   if (!port_.isOpen()) return;
   port_.close();
   port_.clearError();
-  open_device_.clear();
   close_pending_ = false;
   ++session_;
 }

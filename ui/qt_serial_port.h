@@ -69,7 +69,6 @@ class QtSerialPort : public QObject, public SerialPort {
   int number_ = 1;
   std::string settings_ = "9600,N,8,1";
   int event_ = 0;
-  std::string open_device_;
   std::string last_device_;  // the device the port last opened
   int session_ = 0;          // counts opens and closes, to drop stale deferred closes
   bool close_pending_ = false;

@@ -62,12 +62,10 @@ MsgAnswer FakeDialogs::take(const MessageBoxRequest& request) {
 }
 
 MsgAnswer FakeDialogs::message_box(const MessageBoxRequest& request) {
-  modeless.push_back(false);
   return take(request);
 }
 
 void FakeDialogs::notify(const MessageBoxRequest& request) {
-  modeless.push_back(true);
   take(request);
 }
 

@@ -51,7 +51,6 @@ class FakeDialogs : public Dialogs {
   static std::string line(const MessageBoxRequest& request);
 
   std::vector<MessageBoxRequest> shown;
-  std::vector<bool> modeless;  // per box shown: true for one that did not stop the caller
   std::vector<FileDialogRequest> file_requests;
   std::vector<std::string> input_prompts;
 
