@@ -10,8 +10,14 @@ Form1::Form1(Platform& p, std::filesystem::path program_folder)
       dispatcher(c, vars, link, p, wire),
       transfers(c, vars, p, wire),
       live(live_controls, c, vars, p),
+      stream(c, live_controls, chart, vars, wire),
       settings_panels(panel_controls, c, vars),
       panels(panel_controls),
+      acceleration_fuel(panel_controls, c, vars, link, wire),
+      boost(panel_controls, c, vars, p, wire),
+      airflow(panel_controls, vars, p, wire),
+      injector(panel_controls, c, vars, wire),
+      data_log(c, vars, p),
       axes(c, vars),
       map_blocks(c, vars),
       map_writer(c, vars, wire),
@@ -29,6 +35,14 @@ Form1::Form1(Platform& p, std::filesystem::path program_folder)
   p.comm.on_closed = [this](const std::string& why) { session.MSComm1_Closed(why); };
   dispatcher.sink = &replies;
   axes.show_panels = [this](bool visible) { settings_panels.show_all(visible); };
+  replies.log_row = [this](const LiveRow& row) { take_live_row(row); };
+  shell.on_unload = [this] { data_log.close(); };
+}
+
+void Form1::take_live_row(const LiveRow& r) {
+  data_log.write_row({r.drehzahl, r.inj_in_us, r.inj_out_us, r.adjust_percent, r.boost_kpa,
+                      r.tps_in, r.airflow_out_hz});
+  chart.add(platform.clock.milliseconds(), {r.drehzahl, r.inj_out_us, r.boost_kpa, r.tps_in});
 }
 
 void Form1::Form_Load() {
@@ -37,6 +51,7 @@ void Form1::Form_Load() {
   live.load_captions();
   shell.load_window();
   settings_panels.load_airflow_input();
+  boost.load();
   shell.load_menus();
   live.Form_Load();
   shell.load_axes_and_labels();

@@ -4,16 +4,23 @@
 #include <filesystem>
 
 #include "app/reply_fan_out.h"
+#include "files/data_log.h"
 #include "link/link_state.h"
 #include "link/reply_dispatcher.h"
 #include "link/serial_session.h"
 #include "link/transfers.h"
 #include "link/wire.h"
+#include "live/acceleration_fuel.h"
+#include "live/airflow_output.h"
+#include "live/boost_control.h"
+#include "live/injector_adjust.h"
+#include "live/live_chart.h"
 #include "live/live_controls.h"
 #include "live/live_data.h"
 #include "live/panel_controls.h"
 #include "live/panel_selector.h"
 #include "live/settings_panels.h"
+#include "live/stream.h"
 #include "maps/automap.h"
 #include "maps/block_commands.h"
 #include "maps/cell_editor.h"
@@ -58,8 +65,15 @@ class Form1 {
   Transfers transfers;
 
   LiveData live;
+  LiveChart chart;
+  LiveStream stream;
   SettingsPanels settings_panels;
   PanelSelector panels;
+  AccelerationFuel acceleration_fuel;
+  BoostControl boost;
+  AirflowOutput airflow;
+  InjectorAdjust injector;
+  DataLog data_log;
 
   MapState maps;
   EditHistory map_history;
@@ -72,6 +86,10 @@ class Form1 {
   Automap automap;
 
   ReplyFanOut replies;
+
+ private:
+  // A status frame's values for the data log and the chart.
+  void take_live_row(const LiveRow& row);
 };
 
 // Every window of the program.

@@ -9,6 +9,14 @@ PanelControls::PanelControls() {
   Frame1[kPanelBoostcontrol].caption = "Boostcontroll Pin #22";
   Frame1[kPanelAirflowOutput].caption = kFrequencyOutputCaption;
   Frame1[kPanelAccelerationFuel].caption = "Acceleration Fuel";
+
+  Slider1.min = 0;
+  Slider1.max = 255;
+  Slider1.value = 128;
+  fuelcut_note.caption = "This controller has no airflow fuel cut to set.";
+
+  const char* captions[6] = {"Filter", "Menge", "Dauer", "Filter", "Menge", "Reduzierung"};
+  for (std::size_t i = 0; i < 6; ++i) accel_captions[i].caption = captions[i];
   for (std::size_t i : {0u, 3u}) HScroll1[i].max = 8;
   for (std::size_t i : {1u, 2u, 4u, 5u}) HScroll1[i].max = 255;
 }

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "live/airflow_clamp.h"
+#include "live/boost_control.h"
 
 namespace nerit {
 
@@ -68,6 +69,7 @@ void SettingsPanels::show_block_a(const SettingsBlockA& a) {
   pc_.Check3.value = boost ? 1 : 0;
   c_.boost_enable = pc_.Check3.value;
   pc_.Frame1[kPanelBoostcontrol].enabled = boost;
+  enable_boost_fields(pc_, boost);
 }
 
 void SettingsPanels::show_block_b(const SettingsBlockB& b) {
@@ -87,6 +89,7 @@ void SettingsPanels::show_block_b(const SettingsBlockB& b) {
     bar.value = std::clamp(b.accel[k], bar.min, bar.max);
     pc_.Label8[i].caption = std::to_string(b.accel[k]);
   }
+  show_boost_fields(pc_, c_);
 }
 
 }  // namespace nerit

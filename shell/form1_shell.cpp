@@ -87,6 +87,7 @@ void Form1Shell::Grundeinstellungen_Click() {
 }
 
 void Form1Shell::Form_Unload() {
+  if (on_unload) on_unload();
   for (FormId form : {FormId::Form2, FormId::Form3, FormId::Form4, FormId::Form5})
     platform_.windows.unload(form);
   platform_.windows.end_program();

@@ -1,6 +1,7 @@
 #pragma once
 // The main window's start-up, activation, shutdown and the base-settings menu.
 #include <filesystem>
+#include <functional>
 
 #include "shell/form1_controls.h"
 #include "shell/platform.h"
@@ -23,6 +24,9 @@ class Form1Shell {
   void Form_Activate();
   void Form_Unload();
   void Grundeinstellungen_Click();
+
+  // Runs first when the main window unloads (an open data log is closed).
+  std::function<void()> on_unload;
 
   // Rebuilds the pressure table from "\PressureSensor.dat"; run after that file is rewritten.
   void reload_pressure();

@@ -120,6 +120,8 @@ class Clock {
  public:
   virtual ~Clock() = default;
   virtual DateTime now() const = 0;
+  // A steady count of milliseconds for measuring intervals; its zero means nothing.
+  virtual long long milliseconds() const = 0;
 };
 
 // The system's number and date conventions.

@@ -1,6 +1,7 @@
 #pragma once
 // The core's platform interfaces on Qt: timers, the event pump of the waits, dialogs, clock,
 // locale and the program's windows.
+#include <QElapsedTimer>
 #include <QObject>
 #include <QPointer>
 #include <QTimer>
@@ -63,7 +64,12 @@ QString qt_file_filter(const std::string& filter);
 
 class QtClock : public Clock {
  public:
+  QtClock() { steady_.start(); }
   DateTime now() const override;
+  long long milliseconds() const override { return steady_.elapsed(); }
+
+ private:
+  QElapsedTimer steady_;
 };
 
 class QtLocale : public Locale {

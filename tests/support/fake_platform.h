@@ -172,6 +172,7 @@ class FakeClock : public Clock {
     const int s = static_cast<int>((12 * 3600 + clock_.now_ms() / 1000) % (24 * 3600));
     return {2026, 11, 15, s / 3600, s / 60 % 60, s % 60};
   }
+  long long milliseconds() const override { return clock_.now_ms(); }
 
  private:
   const VirtualClock& clock_;
