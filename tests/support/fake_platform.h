@@ -181,9 +181,11 @@ class FakeClock : public Clock {
 class FakeLocale : public Locale {
  public:
   char decimal_separator() const override { return decimal; }
-  std::string short_date_pattern() const override { return "dd.MM.yyyy"; }
-  std::string time_pattern() const override { return "HH:mm:ss"; }
+  std::string short_date_pattern() const override { return date_pattern; }
+  std::string time_pattern() const override { return clock_pattern; }
   char decimal = '.';
+  std::string date_pattern = "dd.MM.yyyy";
+  std::string clock_pattern = "HH:mm:ss";
 };
 
 // Records "show Form3", "unload Form2", "end"; the end makes the pump end every wait.

@@ -23,6 +23,9 @@ class SimWire {
   SimWire(const SimWire&) = delete;
   SimWire& operator=(const SimWire&) = delete;
 
+  // Sees every piece the controller sends, as it goes on the wire.
+  std::function<void(const std::string& bytes)> on_emit;
+
  private:
   void schedule_next() {
     VirtualClock& clock = port_.clock();
@@ -31,8 +34,10 @@ class SimWire {
     if (due < 0) return;
     const long long wait = static_cast<long long>(std::ceil(due)) - clock.now_ms();
     pending_ = clock.schedule(std::max(0LL, wait), [this] {
-      for (const sim::Emission& e : controller_.poll(static_cast<double>(port_.clock().now_ms())))
+      for (const sim::Emission& e : controller_.poll(static_cast<double>(port_.clock().now_ms()))) {
+        if (on_emit) on_emit(e.bytes);
         port_.arrive_after(0, e.bytes, SerialPort::kReceive, port_number_);
+      }
       schedule_next();
     });
   }
