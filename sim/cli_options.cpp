@@ -98,6 +98,8 @@ bool apply(CommandLine& cl, std::string_view flag, std::string_view value) {
 bool is_switch(std::string_view flag, CommandLine& cl) {
   if (flag == "--pacing" || flag == "--no-pacing") {
     cl.options.paced = flag == "--pacing";
+  } else if (flag == "--demo") {
+    cl.options.demo_tune = true;
   } else if (flag == "--boot-loader") {
     cl.options.start_in_boot_loader = true;
   } else if (flag == "--help" || flag == "-h") {
@@ -143,9 +145,10 @@ std::string usage_text() {
          "  --interval MS            status frame interval (50)\n"
          "  --debug-interval MS      debug line interval (250)\n"
          "  --delay MS               answer every command this much later (0)\n"
-         "  --hold MS                keep the engine where it is at MS of its sweep\n"
+         "  --hold MS                keep the engine where it is at MS of its drive cycle\n"
          "  --state FILE             keep the permanent state in FILE across runs\n"
          "  --firmware TEXT          firmware text, 16 characters\n"
+         "  --demo                   start from the demo tune (shaped correction map, boost on)\n"
          "  --boot-loader            start in the boot loader\n"
          "faults (replies are counted from 1):\n"
          "  --drop N[,N...]          never send these replies\n"

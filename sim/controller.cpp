@@ -27,7 +27,7 @@ double earliest(std::initializer_list<double> times) {
 
 Controller::Controller(Options options)
     : options_(std::move(options)),
-      memory_(default_tune()),
+      memory_(options_.demo_tune ? demo_tune() : default_tune()),
       reader_(options_.frame_timeout_ms),
       line_(options_.paced, options_.faults.chunk_size) {
   if (!options_.state_file.empty()) {

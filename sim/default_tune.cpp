@@ -1,5 +1,6 @@
 #include "sim/default_tune.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstdint>
 
@@ -55,6 +56,25 @@ void fill_maps(MemoryWindow& ram) {
   }
 }
 
+// The demo correction in percent at a load point's pressure and a column's speed.
+double demo_correction_percent(double kpa, double rpm) {
+  const double boost = std::clamp((kpa - 100) / 150, 0.0, 1.0);
+  const double speed = (rpm - 500) / 7500;
+  const double cruise = std::exp(-std::pow((kpa - 55) / 25, 2) - std::pow((rpm - 2500) / 1200, 2));
+  return 18 * std::pow(boost, 1.5) + 5 * speed * speed - 8 * cruise;
+}
+
+void shape_correction_map(MemoryWindow& ram) {
+  for (int row = 0; row < kAxisPoints; ++row) {
+    for (int col = 0; col < kAxisPoints; ++col) {
+      const double percent =
+          demo_correction_percent(default_load_kpa(row), default_column_rpm(col + 1));
+      ram.set(kCorrectionMap + row * 16 + col,
+              static_cast<std::uint8_t>(std::round(percent * 1.27 + 128)));
+    }
+  }
+}
+
 }  // namespace
 
 double default_load_kpa(int k) {
@@ -70,6 +90,14 @@ ControllerMemory default_tune() {
   fill_settings(memory.ram);
   fill_axes(memory.ram);
   fill_maps(memory.ram);
+  store_reduced_copy(memory.ram, memory.eeprom);
+  return memory;
+}
+
+ControllerMemory demo_tune() {
+  ControllerMemory memory = default_tune();
+  shape_correction_map(memory.ram);
+  memory.ram.set(kBlockA + block_a::kBoostEnable, 1);
   store_reduced_copy(memory.ram, memory.eeprom);
   return memory;
 }

@@ -1,9 +1,11 @@
 #pragma once
-// A small engine that sweeps slowly between idle and 6500 rpm and back, throttle leading and
-// manifold pressure lagging the speed, so every live value moves smoothly.
+// A small engine driven round a repeating cycle: idle, two free revs, a part-throttle cruise,
+// a full-throttle pull into boost, lift-off into overrun and back to idle. Every value is a
+// smooth function of time alone, so consecutive frames never jump and a held time always gives
+// the same engine.
 namespace nerit::sim {
 
-inline constexpr double kSweepPeriodMs = 20000;
+inline constexpr double kDriveCycleMs = 36000;
 
 struct EngineState {
   double rpm = 0;
@@ -14,6 +16,7 @@ struct EngineState {
   double analog3_volts = 0;
 };
 
+// The engine at t_ms of the cycle; it repeats every kDriveCycleMs, before 0 too.
 EngineState engine_state_at(double t_ms);
 
 }  // namespace nerit::sim

@@ -44,8 +44,9 @@ int main(int argc, char** argv) {
   }
   PtyServer server(cl->options);
   if (!server.controller().state_error().empty()) {
-    std::fprintf(stderr, "nerit-sim: %s; starting from the default tune\n",
-                 server.controller().state_error().c_str());
+    std::fprintf(stderr, "nerit-sim: %s; starting from the %s tune\n",
+                 server.controller().state_error().c_str(),
+                 cl->options.demo_tune ? "demo" : "default");
   }
   if (!server.open()) {
     std::fprintf(stderr, "nerit-sim: %s\n", server.error().c_str());

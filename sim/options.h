@@ -32,6 +32,7 @@ struct Options {
   std::optional<double> hold_engine_at_ms;  // the engine stays where it is at that time
   std::string firmware = kDefaultFirmware;
   std::string state_file;  // keeps the permanent state across runs; empty: none
+  bool demo_tune = false;  // starts from demo_tune() unless the state file holds a tune
   bool start_in_boot_loader = false;
   Faults faults;
 };

@@ -6,6 +6,7 @@
 #include <QStandardPaths>
 #include <memory>
 
+#include "setup/sensor_calibration.h"
 #include "shell/errors.h"
 #include "shell/program_folder.h"
 #include "ui/application.h"
@@ -54,8 +55,16 @@ int main(int argc, char** argv) {
   for (const QString& device : args.values("port")) options.ports.push_back(device.toStdString());
 
   // --simulate: the virtual controller serves in this process and gets the next port number.
+  // Its MAP sensor is an MPX4250; a folder without pressure tables gets that calibration before
+  // the main window's first activation reads Pressure.raw.
   std::unique_ptr<nerit::ui::Simulator> simulator;
+  bool wrote_tables = false;
   if (args.isSet("simulate")) {
+    try {
+      wrote_tables = nerit::write_mpx4250_tables_if_none(options.program_folder);
+    } catch (const nerit::ProgramError& e) {
+      QMessageBox::critical(nullptr, "Error", QString::fromStdString(e.what()));
+    }
     simulator = std::make_unique<nerit::ui::Simulator>(
         nerit::ui::simulator_options(options.program_folder));
     if (simulator->start()) {
@@ -64,7 +73,7 @@ int main(int argc, char** argv) {
         QMessageBox::critical(nullptr, "Error",
                               QString::fromStdString(simulator->state_error() +
                                                      "\nThe virtual controller starts from its "
-                                                     "default tune."));
+                                                     "demo tune."));
     } else {
       QMessageBox::critical(
           nullptr, "Error",
@@ -74,5 +83,6 @@ int main(int argc, char** argv) {
   }
   nerit::ui::Application program(options);
   program.start();
+  if (wrote_tables) nerit::ui::log_simulator_pressure_tables(program, options.program_folder);
   return app.exec();
 }

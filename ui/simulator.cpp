@@ -1,12 +1,23 @@
 #include "ui/simulator.h"
 
+#include "ui/application.h"
+
 namespace nerit::ui {
 
 sim::Options simulator_options(const std::filesystem::path& program_folder) {
   sim::Options options;
   options.paced = true;
   options.state_file = (program_folder / "Simulator.state").string();
+  options.demo_tune = true;
   return options;
+}
+
+void log_simulator_pressure_tables(Application& program,
+                                   const std::filesystem::path& program_folder) {
+  program.run([&] {
+    program.program().form1.wire.log(" -> No pressure tables in " + program_folder.string() +
+                                     ": wrote the MPX4250 calibration for the virtual controller");
+  });
 }
 
 Simulator::Simulator(sim::Options options, QObject* parent)

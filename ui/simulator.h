@@ -13,9 +13,16 @@
 
 namespace nerit::ui {
 
-// Paced at 19200 baud; the permanent state ("Make Permanent") is kept in
-// `program_folder`/Simulator.state.
+class Application;
+
+// Paced at 19200 baud, starting from the demo tune; the permanent state ("Make Permanent") is
+// kept in `program_folder`/Simulator.state.
 sim::Options simulator_options(const std::filesystem::path& program_folder);
+
+// The log line after start-up when the MPX4250 pressure tables were written into
+// `program_folder` for the virtual controller.
+void log_simulator_pressure_tables(Application& program,
+                                   const std::filesystem::path& program_folder);
 
 class Simulator : public QObject {
  public:

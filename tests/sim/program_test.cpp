@@ -131,5 +131,15 @@ TEST(SimCommandLine, PacesByDefaultReadsEveryOptionAndRejectsBadOnes) {
   }
 }
 
+TEST(SimCommandLine, DemoAsksForTheDemoTuneAndTheHelpListsIt) {
+  std::string error;
+  EXPECT_FALSE(parse_command_line({}, error)->options.demo_tune);
+  const auto cl = parse_command_line({"--no-pacing", "--demo"}, error);
+  ASSERT_TRUE(cl) << error;
+  EXPECT_TRUE(cl->options.demo_tune);
+  EXPECT_FALSE(cl->options.paced);
+  EXPECT_NE(usage_text().find("\n  --demo "), std::string::npos);
+}
+
 }  // namespace
 }  // namespace nerit::sim

@@ -5,8 +5,10 @@
 #include <cmath>
 #include <regex>
 #include <string>
+#include <vector>
 
 #include "sim/controller.h"
+#include "sim/engine_model.h"
 #include "tests/sim/sim_test_support.h"
 
 namespace nerit::sim {
@@ -17,21 +19,122 @@ using test::command;
 using test::stream_on;
 using test::word_at;
 
-TEST(SimStream, TheEngineSweepsSmoothlyBetweenIdleAndHighSpeed) {
+// One status frame as the program reads it; the default tune has four cylinders.
+struct Frame {
+  double at_ms;
+  double rpm;
+  int throttle_raw;
+  int map_raw;
+};
+
+// Two whole drive cycles of status frames, one every 50 ms from 50 ms on.
+std::vector<Frame> two_cycles() {
   Controller c;
   c.receive(0, stream_on(1));
-  const auto frames = c.poll(20000);
-  ASSERT_EQ(frames.size(), 400u);
-  double low = 1e9, high = 0, previous = 30000000.0 / word_at(frames[0].bytes, 10);
-  for (const auto& f : frames) {
-    const double rpm = 30000000.0 / word_at(f.bytes, 10);
-    low = std::min(low, rpm);
-    high = std::max(high, rpm);
-    EXPECT_LT(std::abs(rpm - previous), 100) << f.at_ms;
-    previous = rpm;
+  std::vector<Frame> frames;
+  for (const Emission& e : c.poll(2 * kDriveCycleMs)) {
+    frames.push_back(
+        {e.at_ms, 30000000.0 / word_at(e.bytes, 10), byte_at(e.bytes, 4), byte_at(e.bytes, 5)});
   }
-  EXPECT_TRUE(low < 850 && high > 6400 && high <= 6510) << low << " " << high;
-  EXPECT_EQ(frames[0].bytes.substr(0, 2) + frames[0].bytes.substr(20), "\x55\xFF\r\n");
+  return frames;
+}
+
+// Raw readings by hand: throttle 20 + 2.1 per %, MAP whole part of (0.00315 kPa + 0.04) x 255.
+constexpr int kIdleThrottleRaw = 26;    // 3 %
+constexpr int kWideOpenRaw = 230;       // 100 %
+constexpr int kCruiseThrottleRaw = 57;  // 18 %
+constexpr int kMapRaw25Kpa = 30;
+constexpr int kMapRaw30Kpa = 34;
+constexpr int kMapRaw35Kpa = 38;
+constexpr int kMapRaw180Kpa = 154;
+constexpr int kMapRaw200Kpa = 170;
+
+TEST(SimStream, TheDriveCycleIdlesRevsCruisesPullsIntoBoostAndOverruns) {
+  const auto frames = two_cycles();
+  ASSERT_EQ(frames.size(), 1440u);
+  auto count = [&](auto condition) {
+    return std::count_if(frames.begin(), frames.end(), condition);
+  };
+  // Idle: 800-900 rpm on the idle stop, 30-35 kPa.
+  EXPECT_GT(count([](const Frame& f) {
+              return f.rpm > 800 && f.rpm < 900 && f.throttle_raw == kIdleThrottleRaw &&
+                     f.map_raw >= kMapRaw30Kpa && f.map_raw <= kMapRaw35Kpa;
+            }),
+            2 * 100);  // at least 5 s a cycle
+  // Cruise: part throttle at 2300-2600 rpm for a few seconds.
+  EXPECT_GT(count([](const Frame& f) {
+              return f.throttle_raw == kCruiseThrottleRaw && f.rpm > 2300 && f.rpm < 2600;
+            }),
+            2 * 60);
+  // The pull: wide open into boost (180 kPa or more, 200 at most) and up to 6400-6600 rpm.
+  const auto top_map =
+      std::max_element(frames.begin(), frames.end(),
+                       [](const Frame& a, const Frame& b) { return a.map_raw < b.map_raw; });
+  EXPECT_GE(top_map->map_raw, kMapRaw180Kpa);
+  EXPECT_LE(top_map->map_raw, kMapRaw200Kpa);
+  EXPECT_EQ(top_map->throttle_raw, kWideOpenRaw);
+  const auto top_rpm = std::max_element(
+      frames.begin(), frames.end(), [](const Frame& a, const Frame& b) { return a.rpm < b.rpm; });
+  EXPECT_TRUE(top_rpm->rpm > 6400 && top_rpm->rpm < 6600) << top_rpm->rpm;
+  EXPECT_EQ(top_rpm->throttle_raw, kWideOpenRaw);
+  // Lift-off: throttle shut, above 3000 rpm, MAP at 25 kPa or less.
+  EXPECT_GT(count([](const Frame& f) {
+              return f.throttle_raw == kIdleThrottleRaw && f.rpm > 3000 &&
+                     f.map_raw <= kMapRaw25Kpa;
+            }),
+            2 * 20);
+  // Two free revs a cycle: 2800 rpm passed upwards without the throttle wide open.
+  int free_revs = 0;
+  for (std::size_t i = 1; i < frames.size(); ++i) {
+    if (frames[i - 1].rpm < 2800 && frames[i].rpm >= 2800 && frames[i].throttle_raw < kWideOpenRaw)
+      ++free_revs;
+  }
+  EXPECT_EQ(free_revs, 4);
+}
+
+TEST(SimStream, TheDriveCycleRepeatsEveryPeriod) {
+  Controller c;
+  c.receive(0, stream_on(1));
+  const auto frames = c.poll(2 * kDriveCycleMs);
+  const std::size_t period = 720;  // 36 s of 50 ms frames
+  ASSERT_EQ(frames.size(), 2 * period);
+  for (std::size_t i = 0; i < period; ++i) {
+    EXPECT_EQ(frames[i + period].at_ms - frames[i].at_ms, kDriveCycleMs);
+    EXPECT_EQ(frames[i + period].bytes, frames[i].bytes) << frames[i].at_ms;
+  }
+  EXPECT_NE(frames[period / 2].bytes, frames[0].bytes);
+}
+
+// Within a cycle and across its end: at most 300 rpm, 20 MAP raw steps (~25 kPa) and 45
+// throttle raw steps (~21 %) from one frame to the next.
+TEST(SimStream, ConsecutiveFramesNeverJump) {
+  const auto frames = two_cycles();
+  for (std::size_t i = 1; i < frames.size(); ++i) {
+    const Frame &a = frames[i - 1], &b = frames[i];
+    EXPECT_LE(std::abs(b.rpm - a.rpm), 300) << b.at_ms;
+    EXPECT_LE(std::abs(b.map_raw - a.map_raw), 20) << b.at_ms;
+    EXPECT_LE(std::abs(b.throttle_raw - a.throttle_raw), 45) << b.at_ms;
+  }
+}
+
+// A held engine sends, frame after frame, exactly what the running one sends at that moment.
+TEST(SimStream, AHeldEngineRepeatsTheFrameOfItsMoment) {
+  Controller running;
+  running.receive(0, stream_on(1));
+  const std::string at_19s = running.poll(19000).back().bytes;
+  Controller held(test::with([](Options& o) { o.hold_engine_at_ms = 19000; }));
+  held.receive(0, stream_on(1));
+  const auto frames = held.poll(2000);
+  ASSERT_EQ(frames.size(), 40u);
+  for (const auto& f : frames) EXPECT_EQ(f.bytes, at_19s) << f.at_ms;
+}
+
+TEST(SimStream, StatusFramesAndDebugLinesKeepTheirLayout) {
+  Controller c;
+  c.receive(0, stream_on(1));
+  const std::string frame = c.poll(50).back().bytes;
+  EXPECT_EQ(frame.size(), 22u);
+  EXPECT_EQ(frame.substr(0, 2) + frame.substr(20), "\x55\xFF\r\n");
   c.receive(20000, stream_on(2));
   EXPECT_TRUE(std::regex_match(c.poll(20250).back().bytes,
                                std::regex("RPM [0-9]+ TPS [0-9]+ MAP [0-9]+ INJ [0-9]+")));

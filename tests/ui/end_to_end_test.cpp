@@ -4,8 +4,10 @@
 #include <QLabel>
 #include <QProcess>
 #include <QScopeGuard>
+#include <filesystem>
 
 #include "link/cell_codec.h"
+#include "setup/sensor_calibration.h"
 #include "sim/default_tune.h"
 #include "sim/memory_map.h"
 #include "tests/support/reply_frames.h"
@@ -77,7 +79,17 @@ TEST_F(EndToEnd, SimulateModeServesTheVirtualControllerInProcessAndAReadSleeps) 
   ASSERT_TRUE(simulator.start()) << simulator.error();
   run_events_for(300);
   EXPECT_EQ(simulator.wakeups(), 0);  // nothing scheduled, nothing written: no wakeups
+  // As main() starts --simulate: the MPX4250 tables go into the empty program folder before the
+  // window's first activation reads Pressure.raw, then one log line says so.
+  ASSERT_TRUE(write_mpx4250_tables_if_none(folder.path()));
   start({}, simulator.slave_path());
+  log_simulator_pressure_tables(*app, folder.path());
+  ASSERT_EQ(w().List1->count(), 1);
+  EXPECT_EQ(log_text(0), " -> No pressure tables in " + folder.path().string() +
+                             ": wrote the MPX4250 calibration for the virtual controller");
+  EXPECT_EQ(std::filesystem::file_size(folder.path() / "PressureSensor.dat"), 251u);  // 0-250 kPa
+  EXPECT_EQ(std::filesystem::file_size(folder.path() / "Pressure.raw"), 424u);        // raw 0-211
+  EXPECT_EQ(c().pressure_table[211], 250);
   connect(MsgAnswer::No);
 
   auto* pump = dynamic_cast<QtPump*>(&app->platform().pump);
@@ -97,6 +109,12 @@ TEST_F(EndToEnd, SimulateModeServesTheVirtualControllerInProcessAndAReadSleeps) 
   // thousands in the 0.6 s the replies need on the paced line.
   EXPECT_GE(turns, 54);
   EXPECT_LE(turns, 54 * 6);
+  // The demo tune: a shaped correction map, boost control on from 150 kPa (raw 130).
+  const sim::MemoryWindow& ram = simulator.controller().working_memory();
+  EXPECT_EQ(c().MSFlexGrid2.text(16, 16), correction_cell_text(ram.at(sim::kCorrectionMap + 255)));
+  EXPECT_NE(c().MSFlexGrid2.text(16, 16), "0");
+  EXPECT_EQ(form().panel_controls.Check3.value, 1);
+  EXPECT_EQ(form().panel_controls.boost_start_text.text, "150");
 
   // What the controller saw: 25 % is stored as 128 + 25 x 1.27.
   write_cell(3, 5, "25");
