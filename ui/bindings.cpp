@@ -1,6 +1,8 @@
 #include "ui/bindings.h"
 
 #include <QSignalBlocker>
+#include <memory>
+#include <utility>
 
 #include "ui/qt_colors.h"
 
@@ -116,7 +118,11 @@ void Bindings::frame(QGroupBox* w, const Frame& m) {
 }
 
 void Bindings::menu(QAction* w, const MenuItem& m, Handler click) {
-  QObject::connect(w, &QAction::triggered, w, [this, click] { on_user(click); });
+  QObject::connect(w, &QAction::triggered, w, [this, w, &m, click] {
+    // A checkable entry shows the model's mark, not the one Qt flipped on the click.
+    if (w->isCheckable() && w->isChecked() != m.checked) w->setChecked(m.checked);
+    on_user(click);
+  });
   refreshers_.push_back([w, &m] {
     if (w->text() != qs(m.caption)) w->setText(qs(m.caption));
     if (w->isCheckable() && w->isChecked() != m.checked) w->setChecked(m.checked);
@@ -134,18 +140,55 @@ void Bindings::text(QLineEdit* w, TextBox& m) {
   });
 }
 
-void Bindings::scroll(QScrollBar* w, ScrollBar& m, Handler change) {
-  QObject::connect(w, &QScrollBar::valueChanged, w, [this, &m, change](int v) {
-    if (m.value == v) return;
-    m.value = v;
-    on_user(change);
+void Bindings::option(QRadioButton* w, OptionButton& m, std::vector<OptionButton*> group,
+                      Handler click) {
+  w->setAutoExclusive(false);  // the models decide which button is set, none included
+  QObject::connect(w, &QRadioButton::clicked, w, [this, &m, group, click] {
+    for (OptionButton* o : group) o->value = o == &m;
+    run_(click ? click : Handler([] {}));  // the group's other buttons show the change too
+  });
+  refreshers_.push_back([w, &m] {
+    if (w->text() != qs(m.caption)) w->setText(qs(m.caption));
+    if (w->isChecked() != m.value) {
+      const QSignalBlocker block(w);
+      w->setChecked(m.value);
+    }
+    show_state(w, m.visible, m.enabled);
+  });
+}
+
+template <class Model>
+void Bindings::range(QAbstractSlider* w, Model& m, Handler scroll, Handler change) {
+  auto dragged = std::make_shared<bool>(false);  // the value moved since the press
+  QObject::connect(w, &QAbstractSlider::valueChanged, w,
+                   [this, w, &m, scroll, change, dragged](int v) {
+                     if (m.value == v) return;
+                     m.value = v;
+                     if (w->isSliderDown()) {
+                       *dragged = true;
+                       on_user(scroll);
+                     } else {
+                       on_user(change);
+                     }
+                   });
+  QObject::connect(w, &QAbstractSlider::sliderPressed, w, [dragged] { *dragged = false; });
+  QObject::connect(w, &QAbstractSlider::sliderReleased, w, [this, change, dragged] {
+    if (std::exchange(*dragged, false)) on_user(change);
   });
   refreshers_.push_back([w, &m] {
     const QSignalBlocker block(w);
     if (w->minimum() != m.min || w->maximum() != m.max) w->setRange(m.min, m.max);
-    if (w->value() != m.value) w->setValue(m.value);
+    if (w->value() != m.value && !w->isSliderDown()) w->setValue(m.value);
     show_state(w, m.visible, m.enabled);
   });
+}
+
+void Bindings::scroll(QScrollBar* w, ScrollBar& m, Handler scroll, Handler change) {
+  range(w, m, std::move(scroll), std::move(change));
+}
+
+void Bindings::slider(QSlider* w, Slider& m, Handler scroll, Handler change) {
+  range(w, m, std::move(scroll), std::move(change));
 }
 
 void Bindings::grid(GridView* w) {

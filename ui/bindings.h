@@ -9,7 +9,9 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
+#include <QRadioButton>
 #include <QScrollBar>
+#include <QSlider>
 #include <functional>
 #include <vector>
 
@@ -33,8 +35,15 @@ class Bindings {
   void list(QListWidget* w, ListBox& m, Handler click = {});
   void frame(QGroupBox* w, const Frame& m);
   void menu(QAction* w, const MenuItem& m, Handler click = {});
+  // Option buttons of one group: a click sets the button and clears the others, then runs the
+  // handler.
+  void option(QRadioButton* w, OptionButton& m, std::vector<OptionButton*> group,
+              Handler click = {});
   void text(QLineEdit* w, TextBox& m);
-  void scroll(QScrollBar* w, ScrollBar& m, Handler change = {});
+  // Each step of a drag runs `scroll`; a new value from keys, wheel or clicks on the track runs
+  // `change`, and so does the end of a drag that moved the value.
+  void scroll(QScrollBar* w, ScrollBar& m, Handler scroll = {}, Handler change = {});
+  void slider(QSlider* w, Slider& m, Handler scroll = {}, Handler change = {});
   void grid(GridView* w);
   void custom(std::function<void()> refresher) { refreshers_.push_back(std::move(refresher)); }
 
@@ -42,6 +51,8 @@ class Bindings {
 
  private:
   void on_user(Handler h);
+  template <class Model>
+  void range(QAbstractSlider* w, Model& m, Handler scroll, Handler change);
   HandlerRunner run_;
   std::vector<std::function<void()>> refreshers_;
 };

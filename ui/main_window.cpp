@@ -8,6 +8,7 @@
 #include <QMenuBar>
 #include <QSplitter>
 #include <QStackedWidget>
+#include <QStatusBar>
 #include <QVBoxLayout>
 
 namespace nerit::ui {
@@ -59,7 +60,7 @@ MainWindow::MainWindow(Form1& form, HandlerRunner run, QWidget* parent)
   bind_.list(w_.List1, f_.c.List1, [this] { f_.session.List1_Click(); });
   lower_layout->addWidget(log_box, 1);
 
-  auto* split = new QSplitter(Qt::Vertical, central);
+  auto* split = split_ = new QSplitter(Qt::Vertical, central);
   split->addWidget(build_maps());
   split->addWidget(lower);
   split->setStretchFactor(0, 3);
@@ -67,6 +68,7 @@ MainWindow::MainWindow(Form1& form, HandlerRunner run, QWidget* parent)
   split->setChildrenCollapsible(false);
   outer->addWidget(split, 1);
   setCentralWidget(central);
+  build_status_bar();
 
   bind_.custom([this] {
     const QString title = QString::fromStdString(f_.c.caption);
@@ -75,8 +77,37 @@ MainWindow::MainWindow(Form1& form, HandlerRunner run, QWidget* parent)
   resize(1560, 920);
 }
 
+void MainWindow::build_status_bar() {
+  name_widget(statusBar(), "Status bar", "StatusBar");
+  w_.data_log_status = new QLabel(statusBar());
+  name_widget(w_.data_log_status, "Data log", "DataLog status");
+  statusBar()->addPermanentWidget(w_.data_log_status);
+  data_log_clock_.setInterval(1000);
+  connect(&data_log_clock_, &QTimer::timeout, this, [this] { show_data_log_status(); });
+  bind_.custom([this] { show_data_log_status(); });
+}
+
+void MainWindow::show_data_log_status() {
+  const QString text = QString::fromStdString(f_.data_log.status_text());
+  if (w_.data_log_status->text() != text) w_.data_log_status->setText(text);
+  const bool recording = f_.data_log.recording();
+  if (recording && !data_log_clock_.isActive()) data_log_clock_.start();
+  if (!recording) data_log_clock_.stop();
+}
+
 void MainWindow::refresh() {
   bind_.refresh();
+}
+
+void MainWindow::showEvent(QShowEvent* event) {
+  QMainWindow::showEvent(event);
+  if (split_sized_) return;
+  split_sized_ = true;
+  // The maps as tall as they ask to be, every row in its own height; the live values, the
+  // chart and the panels get the rest.
+  const int maps = split_->widget(0)->sizeHint().height();
+  const int total = split_->height() - split_->handleWidth();
+  if (total > maps) split_->setSizes({maps, total - maps});
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) {
@@ -119,18 +150,24 @@ void MainWindow::build_menus() {
   QMenu* setup = top(m.setup, "setup");
   add_menu_item(setup, m.Grundeinstellungen, "Grundeinstellungen",
                 [this] { f_.shell.Grundeinstellungen_Click(); });
-  add_menu_item(setup, m.airflowsettings, "airflowsettings");
+  add_menu_item(setup, m.airflowsettings, "airflowsettings",
+                [this] { f_.airflow.airflowsettings_Click(); });
   setup->addSeparator();
   add_menu_item(setup, m.Drehzahlpunkte, "Drehzahlpunkte",
                 [this] { f_.axes.Drehzahlpunkte_Click(); });
   add_menu_item(setup, m.Lastpunke, "Lastpunke", [this] { f_.axes.Lastpunke_Click(); });
 
   QMenu* logging = top(m.logging, "logging");
-  QAction* echtzeit = add_menu_item(logging, m.echtzeit, "echtzeit");
-  echtzeit->setCheckable(true);
+  // Checkable entries show the model's mark: the binding puts back what Qt flips on a click.
+  add_menu_item(logging, m.echtzeit, "echtzeit", [this] {
+    f_.stream.echtzeit_Click();
+  })->setCheckable(true);
+  add_menu_item(logging, f_.live_controls.chart_freeze, "chart_freeze", [this] {
+    f_.stream.chart_freeze_Click();
+  })->setCheckable(true);
   logging->addSeparator();
-  add_menu_item(logging, m.lstart, "lstart");
-  add_menu_item(logging, m.lstop, "lstop");
+  add_menu_item(logging, m.lstart, "lstart", [this] { f_.data_log.lstart_Click(); });
+  add_menu_item(logging, m.lstop, "lstop", [this] { f_.data_log.lstop_Click(); });
 }
 
 QWidget* MainWindow::build_link_bar() {

@@ -1,7 +1,6 @@
-// The main window's live values and tuning panels.
-#include <QFormLayout>
-#include <QHBoxLayout>
-#include <QStackedWidget>
+// The main window's live values: the live table with the stream and channel boxes beside it,
+// the chart under them.
+#include <QGridLayout>
 #include <QVBoxLayout>
 
 #include "ui/accessible.h"
@@ -13,106 +12,71 @@ QWidget* MainWindow::build_live() {
   LiveControls& lc = f_.live_controls;
   auto* box = new QGroupBox("Live", this);
   name_widget(box, "Live", "Live");
-  auto* col = new QVBoxLayout(box);
-  auto* checks = new QHBoxLayout();
-  const std::pair<CheckBox*, const char*> boxes[] = {{&f_.c.Check1, "Check1"},
-                                                     {&lc.Check7, "Check7"}};
-  for (const auto& [m, control] : boxes) {
+  auto* grid = new QGridLayout(box);
+  grid->setSpacing(4);
+  auto* checks = new QVBoxLayout();
+  checks->setSpacing(2);
+  const struct {
+    CheckBox& model;
+    Handler click;
+    const char* control;
+  } boxes[] = {{f_.c.Check1, [this] { f_.stream.Check1_Click(); }, "Check1"},
+               {lc.Check7, [this] { f_.stream.Check7_Click(); }, "Check7"}};
+  for (const auto& b : boxes) {
     auto* cb = new QCheckBox(box);
-    name_widget(cb, QString::fromStdString(m->caption), control);
-    bind_.check(cb, *m);
-    w_.check[m->caption] = cb;
+    name_widget(cb, QString::fromStdString(b.model.caption), b.control);
+    bind_.check(cb, b.model, b.click);
+    w_.check[b.model.caption] = cb;
     checks->addWidget(cb);
   }
-  col->addLayout(checks);
+  checks->addSpacing(8);
+
   w_.MSFlexGrid1 = new GridView(lc.MSFlexGrid1, GridView::Fit::ModelWidths, box);
   name_widget(w_.MSFlexGrid1, "Live values", "MSFlexGrid1");
   w_.MSFlexGrid1->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   w_.MSFlexGrid1->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-  w_.MSFlexGrid1->setMinimumWidth(240);
+  w_.MSFlexGrid1->setMinimumWidth(200);
+  w_.MSFlexGrid1->setMaximumWidth(240);
+  w_.MSFlexGrid1->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
   bind_.grid(w_.MSFlexGrid1);
-  col->addWidget(w_.MSFlexGrid1, 1);
-  return box;
-}
+  QObject::connect(w_.MSFlexGrid1, &QAbstractItemView::clicked, this,
+                   [this](const QModelIndex& cell) {
+                     f_.live_controls.MSFlexGrid1.set_current(cell.row(), cell.column());
+                     run_([this] { f_.stream.MSFlexGrid1_Click(); });
+                   });
+  grid->addWidget(w_.MSFlexGrid1, 0, 0);
 
-QWidget* MainWindow::build_panels() {
-  PanelControls& pc = f_.panel_controls;
-  auto* box = new QGroupBox("Tuning", this);
-  name_widget(box, "Tuning", "Tuning");
-  auto* row = new QHBoxLayout(box);
-  w_.List2 = new QListWidget(box);
-  name_widget(w_.List2, "Tuning panels", "List2");
-  w_.List2->setMaximumWidth(150);
-  bind_.list(w_.List2, pc.List2, [this] { f_.panels.List2_Click(); });
-  row->addWidget(w_.List2);
-
-  // The panels lie on top of each other: the highest one the model shows is the one seen.
-  w_.panel_stack = new QStackedWidget(box);
-  name_widget(w_.panel_stack, "Tuning panel", "Frame1");
-  for (int i = 0; i < kPanelCount; ++i) {
-    auto* frame = new QGroupBox(w_.panel_stack);
-    frame->setMinimumWidth(260);
-    w_.Frame1[static_cast<std::size_t>(i)] = frame;
-    w_.panel_stack->addWidget(frame);
-  }
-  auto* none = new QWidget(w_.panel_stack);
-  name_widget(none, "No tuning panel", "Frame1(none)");
-  w_.panel_stack->addWidget(none);
-  bind_.custom([this] {
-    int top = kPanelCount;
-    for (int i = 0; i < kPanelCount; ++i) {
-      const Frame& m = f_.panel_controls.Frame1[static_cast<std::size_t>(i)];
-      QGroupBox* frame = w_.Frame1[static_cast<std::size_t>(i)];
-      if (frame->title() != QString::fromStdString(m.caption))
-        frame->setTitle(QString::fromStdString(m.caption));
-      name_widget(frame, QString::fromStdString(m.caption), QString("Frame1(%1)").arg(i));
-      if (frame->isEnabled() != m.enabled) frame->setEnabled(m.enabled);
-      if (m.visible) top = i;
-    }
-    if (w_.panel_stack->currentIndex() != top) w_.panel_stack->setCurrentIndex(top);
-  });
-  // The airflow input choice belongs to the airflow output panel.
-  QGroupBox* output = w_.Frame1[kPanelAirflowOutput];
-  auto* airflow = new QFormLayout(output);
-  // A field with its caption label in front.
-  auto labelled = [&](const Label& caption, const char* label_control, QWidget* field) {
-    auto* label = new QLabel(output);
-    name_widget(label, QString::fromStdString(caption.caption), label_control);
-    bind_.label(label, caption);
-    label->setBuddy(field);
-    airflow->addRow(label, field);
-  };
-  w_.Combo3 = new QComboBox(output);
-  name_widget(w_.Combo3, "Airflow input", "Combo3");
-  bind_.combo(w_.Combo3, pc.Combo3);
-  labelled(pc.Label1, "Label1", w_.Combo3);
-  w_.Text1 = new QLineEdit(output);
-  name_widget(w_.Text1, "Clamp / mV", "Text1");
-  bind_.text(w_.Text1, pc.Text1);
-  labelled(pc.clamp_label, "Label5", w_.Text1);
-
-  // Acceleration fuel: the six bars with their value labels.
-  QGroupBox* accel_frame = w_.Frame1[kPanelAccelerationFuel];
-  auto* accel = new QFormLayout(accel_frame);
-  const char* captions[6] = {"Throttle Filter", "Throttle Menge", "Throttle Dauer",
-                             "Map Filter",      "Map Menge",      "Reduzierung"};
-  for (int i = 0; i < 6; ++i) {
+  // The chart, and a box per channel in the line's colour with the range the chart's height
+  // stands for.
+  w_.chart = new LiveChartView(f_.chart, lc.chart, box);
+  name_widget(w_.chart, "Live chart", "chart");
+  w_.chart->setMinimumWidth(380);
+  auto* legend = new QGridLayout();
+  legend->setHorizontalSpacing(10);
+  legend->setVerticalSpacing(2);
+  for (int i = 0; i < kChartCount; ++i) {
     const auto k = static_cast<std::size_t>(i);
-    auto* line = new QHBoxLayout();
-    auto* caption = new QLabel(captions[i], accel_frame);
-    name_widget(caption, captions[i], QString("Label7(%1)").arg(i));
-    auto* bar = new QScrollBar(Qt::Horizontal, accel_frame);
-    name_widget(bar, captions[i], QString("HScroll1(%1)").arg(i));
-    bind_.scroll(bar, pc.HScroll1[k]);
-    auto* value = new QLabel(accel_frame);
-    name_widget(value, QString(captions[i]) + " value", QString("Label8(%1)").arg(i));
-    value->setMinimumWidth(32);
-    bind_.label(value, pc.Label8[k]);
-    line->addWidget(bar, 1);
-    line->addWidget(value);
-    accel->addRow(caption, line);
+    CheckBox& m = lc.chart.channels[k];
+    auto* cb = new QCheckBox(box);
+    name_widget(cb, QString::fromStdString(m.caption), QString("chart_channel(%1)").arg(i));
+    QPalette p = cb->palette();
+    p.setColor(QPalette::WindowText, LiveChartView::color(i));
+    cb->setPalette(p);
+    bind_.check(cb, m);
+    auto* range = new QLabel(LiveChartView::range_text(i), box);
+    name_widget(range, QString::fromStdString(m.caption) + " range",
+                QString("chart_range(%1)").arg(i));
+    range->setPalette(p);
+    range->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    legend->addWidget(cb, i, 0);
+    legend->addWidget(range, i, 1);
+    w_.chart_channel[k] = cb;
   }
-  row->addWidget(w_.panel_stack, 1);
+  checks->addLayout(legend);
+  checks->addStretch(1);
+  grid->addLayout(checks, 0, 1);
+  grid->addWidget(w_.chart, 1, 0, 1, 2);
+  grid->setRowStretch(1, 1);
   return box;
 }
 

@@ -4,6 +4,7 @@
 #include <QAccessible>
 #include <QAction>
 #include <QComboBox>
+#include <QGraphicsView>
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
@@ -130,9 +131,19 @@ TEST_F(MainWindowTest, EveryControlIsInTheAccessibilityTreeByItsName) {
       {"Check7", "Debugdata"},
       {"MSFlexGrid1", "Live values"},
       {"List2", "Tuning panels"},
+      {"chart_channel(0)", "Drehzahl"},
+      {"chart_channel(3)", "TPS / %"},
+      {"chart_range(1)", "INJ Out / µs range"},
+      {"chart", "Live chart"},
+      {"throttle_frame", "Throttle"},
+      {"map_frame", "Map"},
+      {"Label7(0)", "Filter"},
       {"HScroll1(0)", "Throttle Filter"},
+      {"HScroll1(3)", "Map Filter"},
+      {"HScroll1(5)", "Reduzierung"},
       {"Label8(5)", "Reduzierung value"},
       {"List1", "Log"},
+      {"DataLog status", "Data log"},
   };
   for (const auto& [control, name] : expected) {
     ASSERT_TRUE(found.count(control)) << control;
@@ -148,6 +159,74 @@ TEST_F(MainWindowTest, EveryControlIsInTheAccessibilityTreeByItsName) {
   EXPECT_EQ(found.at("Text2"), "Correction cell editor");
 }
 
+// Each panel's controls are there by their names while the panel is shown.
+TEST_F(MainWindowTest, EachPanelsControlsAreInTheAccessibilityTreeWhileShown) {
+  using Names = std::map<std::string, std::string>;
+  const std::pair<int, Names> panels[] = {
+      {kPanelInjektoradjust,
+       {{"Frame1(0)", "Manual Injectoradjust"},
+        {"Slider1", "Injector adjust"},
+        {"Label6", "Injector adjust percent"}}},
+      {kPanelAirflowFuelcut,
+       {{"Frame1(1)", "Airflow Fuelcut"},
+        {"fuelcut_note", "This controller has no airflow fuel cut to set."}}},
+      {kPanelBoostcontrol,
+       {{"Frame1(2)", "Boostcontroll Pin #22"},
+        {"Check3", "Boostcontroll enabled"},
+        {"boost_start_label", "Start / kPa:"},
+        {"boost_start_text", "Start / kPa"},
+        {"boost_set_label", "Set / %"},
+        {"boost_set_text", "Set / %"},
+        {"analog_in_label", "Analog In Channel"},
+        {"Combo4", "Analog In Channel"},
+        {"solenoid_frame", "Solenoid out"},
+        {"solenoid_isc", "ISC #1"},
+        {"solenoid_injector6", "Injektor #6"},
+        {"Command7", "Apply"}}},
+      {kPanelAirflowOutput,
+       {{"Frame1(3)", "Airflow Out: Karman Vortex 20-3000 Hz"},
+        {"OptionFrequency", "Karman Vortex"},
+        {"OptionAnalog", "Analog MAF / MAP"},
+        {"Label1", "Input:"},
+        {"Combo3", "Airflow input"},
+        {"Label5", "Clamp / mV:"},
+        {"Text1", "Clamp / mV"},
+        {"Command6", "Apply"}}},
+  };
+  QAccessibleInterface* root = QAccessible::queryAccessibleInterface(&app->main_window());
+  for (const auto& [panel, expected] : panels) {
+    app->run([&, panel = panel] {
+      form().panel_controls.List2.list_index = panel;
+      form().panels.List2_Click();
+    });
+    const auto found = accessible_controls(root);
+    for (const auto& [control, name] : expected) {
+      ASSERT_TRUE(found.count(control)) << control;
+      // On Linux a combo box tells its entry as its name; its own name goes with its label.
+      const auto* combo = app->main_window().findChild<QComboBox*>(QString::fromStdString(control));
+      EXPECT_EQ(combo ? combo->accessibleName().toStdString() : found.at(control), name) << control;
+    }
+    EXPECT_FALSE(found.count(panel == kPanelBoostcontrol ? "Command6" : "Command7"));
+  }
+}
+
+// Menu entries carry their control names.
+TEST_F(MainWindowTest, MenuEntriesCarryTheirControlNames) {
+  const std::pair<const char*, const char*> entries[] = {{"Airflowsettings", "airflowsettings"},
+                                                         {"Realtimedata", "echtzeit"},
+                                                         {"Freeze chart", "chart_freeze"},
+                                                         {"Start", "lstart"},
+                                                         {"Stop", "lstop"}};
+  for (const auto& [caption, control] : entries) {
+    const QAction* a = w().menu.at(caption);
+    EXPECT_EQ(a->text(), caption);
+    EXPECT_EQ(a->objectName(), control);
+    EXPECT_EQ(a->whatsThis(), control);
+  }
+  EXPECT_TRUE(w().menu.at("Realtimedata")->isCheckable());
+  EXPECT_TRUE(w().menu.at("Freeze chart")->isCheckable());
+}
+
 // Every widget the window made has a name and its control name, whether shown or not.
 TEST_F(MainWindowTest, EveryWidgetCarriesANameAndItsControlName) {
   for (QWidget* child : app->main_window().findChildren<QWidget*>()) {
@@ -159,7 +238,8 @@ TEST_F(MainWindowTest, EveryWidgetCarriesANameAndItsControlName) {
     const bool control = qobject_cast<QAbstractButton*>(child) || qobject_cast<QLabel*>(child) ||
                          qobject_cast<QComboBox*>(child) || qobject_cast<QLineEdit*>(child) ||
                          qobject_cast<QAbstractItemView*>(child) ||
-                         qobject_cast<QAbstractSlider*>(child) || qobject_cast<QGroupBox*>(child);
+                         qobject_cast<QAbstractSlider*>(child) || qobject_cast<QGroupBox*>(child) ||
+                         qobject_cast<QGraphicsView*>(child);
     if (!control) continue;
     EXPECT_FALSE(child->accessibleName().isEmpty()) << child->metaObject()->className();
     EXPECT_FALSE(child->accessibleDescription().isEmpty())
