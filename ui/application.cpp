@@ -94,7 +94,12 @@ void Application::run(const std::function<void()>& handler, FaultBox box) {
   if (pump_.closing) return;
   if (run_depth_ == 0) {
     windows_.collect();  // nothing stands on a closed window any more
-    refresh();
+    // What the user did shows at once; what the controller streams shows at the display's
+    // pace, however many frames arrive meanwhile.
+    if (box == FaultBox::Modal)
+      refresh();
+    else
+      catch_up_later();
     return;
   }
   // Inside another handler's wait or dialog: the window catches up later, so a reply does not

@@ -53,7 +53,7 @@ class Application : public QObject {
 
   // While a handler waits, the window shows its changes this long after them, in a turn of the
   // event loop without a reply.
-  static constexpr int kCatchUpMs = 40;
+  static constexpr int kCatchUpMs = 100;
 
   Options options_;
   QtTimers timers_;

@@ -2,6 +2,8 @@
 
 #include <QSignalBlocker>
 #include <memory>
+#include <optional>
+#include <string>
 #include <utility>
 
 #include "ui/qt_colors.h"
@@ -28,6 +30,21 @@ void set_back_color(QWidget* w, Color c, QPalette::ColorRole role) {
   w->setPalette(p);
 }
 
+// Remembers the text a widget was last given, so that a refresh converts nothing while the
+// model's text stays the same.
+class ShownText {
+ public:
+  template <class Set>
+  void show(const std::string& now, Set set) {
+    if (shown_ && *shown_ == now) return;
+    shown_ = now;
+    set(qs(now));
+  }
+
+ private:
+  std::optional<std::string> shown_;
+};
+
 }  // namespace
 
 void Bindings::on_user(Handler h) {
@@ -35,8 +52,8 @@ void Bindings::on_user(Handler h) {
 }
 
 void Bindings::label(QLabel* w, const Label& m) {
-  refreshers_.push_back([w, &m] {
-    if (w->text() != qs(m.caption)) w->setText(qs(m.caption));
+  refreshers_.push_back([w, &m, caption = ShownText()]() mutable {
+    caption.show(m.caption, [w](const QString& t) { w->setText(t); });
     set_back_color(w, m.back_color, QPalette::Window);
     show_state(w, m.visible, m.enabled);
   });
@@ -44,8 +61,8 @@ void Bindings::label(QLabel* w, const Label& m) {
 
 void Bindings::button(QPushButton* w, const CommandButton& m, Handler click) {
   QObject::connect(w, &QPushButton::clicked, w, [this, click] { on_user(click); });
-  refreshers_.push_back([w, &m] {
-    if (w->text() != qs(m.caption)) w->setText(qs(m.caption));
+  refreshers_.push_back([w, &m, caption = ShownText()]() mutable {
+    caption.show(m.caption, [w](const QString& t) { w->setText(t); });
     set_back_color(w, m.back_color, QPalette::Button);
     show_state(w, m.visible, m.enabled);
   });
@@ -56,8 +73,8 @@ void Bindings::check(QCheckBox* w, CheckBox& m, Handler click) {
     m.value = checked ? 1 : 0;
     on_user(click);
   });
-  refreshers_.push_back([w, &m] {
-    if (w->text() != qs(m.caption)) w->setText(qs(m.caption));
+  refreshers_.push_back([w, &m, caption = ShownText()]() mutable {
+    caption.show(m.caption, [w](const QString& t) { w->setText(t); });
     if (w->isChecked() != (m.value == 1)) {
       const QSignalBlocker block(w);
       w->setChecked(m.value == 1);
@@ -71,19 +88,19 @@ void Bindings::combo(QComboBox* w, ComboBox& m, Handler click) {
     m.select(index);
     on_user(click);
   });
-  refreshers_.push_back([w, &m] {
-    const QSignalBlocker block(w);
-    bool same = w->count() == m.list_count();
-    for (int i = 0; same && i < m.list_count(); ++i)
-      same = w->itemText(i) == qs(m.items[static_cast<std::size_t>(i)]);
-    if (!same) {
-      w->clear();
-      for (const auto& item : m.items) w->addItem(qs(item));
-    }
-    if (w->currentIndex() != m.list_index) w->setCurrentIndex(m.list_index);
-    if (m.list_index < 0 && w->placeholderText() != qs(m.text)) w->setPlaceholderText(qs(m.text));
-    show_state(w, m.visible, m.enabled);
-  });
+  refreshers_.push_back(
+      [w, &m, items = std::vector<std::string>(), placeholder = ShownText()]() mutable {
+        const QSignalBlocker block(w);
+        if (items != m.items || w->count() != m.list_count()) {
+          w->clear();
+          for (const auto& item : m.items) w->addItem(qs(item));
+          items = m.items;
+        }
+        if (w->currentIndex() != m.list_index) w->setCurrentIndex(m.list_index);
+        if (m.list_index < 0)
+          placeholder.show(m.text, [w](const QString& t) { w->setPlaceholderText(t); });
+        show_state(w, m.visible, m.enabled);
+      });
 }
 
 void Bindings::list(QListWidget* w, ListBox& m, Handler click) {
@@ -111,8 +128,8 @@ void Bindings::list(QListWidget* w, ListBox& m, Handler click) {
 }
 
 void Bindings::frame(QGroupBox* w, const Frame& m) {
-  refreshers_.push_back([w, &m] {
-    if (w->title() != qs(m.caption)) w->setTitle(qs(m.caption));
+  refreshers_.push_back([w, &m, caption = ShownText()]() mutable {
+    caption.show(m.caption, [w](const QString& t) { w->setTitle(t); });
     show_state(w, m.visible, m.enabled);
   });
 }
@@ -123,8 +140,8 @@ void Bindings::menu(QAction* w, const MenuItem& m, Handler click) {
     if (w->isCheckable() && w->isChecked() != m.checked) w->setChecked(m.checked);
     on_user(click);
   });
-  refreshers_.push_back([w, &m] {
-    if (w->text() != qs(m.caption)) w->setText(qs(m.caption));
+  refreshers_.push_back([w, &m, caption = ShownText()]() mutable {
+    caption.show(m.caption, [w](const QString& t) { w->setText(t); });
     if (w->isCheckable() && w->isChecked() != m.checked) w->setChecked(m.checked);
     if (w->isEnabled() != m.enabled) w->setEnabled(m.enabled);
     if (w->isVisible() != m.visible) w->setVisible(m.visible);
@@ -147,8 +164,8 @@ void Bindings::option(QRadioButton* w, OptionButton& m, std::vector<OptionButton
     for (OptionButton* o : group) o->value = o == &m;
     run_(click ? click : Handler([] {}));  // the group's other buttons show the change too
   });
-  refreshers_.push_back([w, &m] {
-    if (w->text() != qs(m.caption)) w->setText(qs(m.caption));
+  refreshers_.push_back([w, &m, caption = ShownText()]() mutable {
+    caption.show(m.caption, [w](const QString& t) { w->setText(t); });
     if (w->isChecked() != m.value) {
       const QSignalBlocker block(w);
       w->setChecked(m.value);

@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "ui/qt_colors.h"
+#include "ui/text_cache_delegate.h"
 
 namespace nerit::ui {
 
@@ -102,6 +103,7 @@ void GridModel::refresh() {
 GridView::GridView(const Grid& grid, Fit fit, QWidget* parent)
     : QTableView(parent), grid_(grid), model_(new GridModel(grid, this)), fit_(fit) {
   setModel(model_);
+  setItemDelegate(new TextCacheDelegate(this));
   horizontalHeader()->hide();
   verticalHeader()->hide();
   setSelectionMode(QAbstractItemView::NoSelection);

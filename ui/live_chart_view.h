@@ -26,7 +26,7 @@ class LiveChartView : public QChartView {
   // How often the points were drawn anew, for tests.
   int redraws() const { return redraws_; }
 
-  static constexpr int kFrameMs = 50;
+  static constexpr int kFrameMs = 100;
   QSize sizeHint() const override { return {400, 240}; }
 
  protected:

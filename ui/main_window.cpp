@@ -1,6 +1,7 @@
 #include "ui/main_window.h"
 
 #include "ui/accessible.h"
+#include "ui/text_cache_delegate.h"
 
 #include <QCloseEvent>
 #include <QFormLayout>
@@ -56,6 +57,9 @@ MainWindow::MainWindow(Form1& form, HandlerRunner run, QWidget* parent)
   w_.List1->setToolTip("Click to clear the log");
   // One text line each: measuring every line on each addition grows slower as the log grows.
   w_.List1->setUniformItemSizes(true);
+  w_.List1->setItemDelegate(new TextCacheDelegate(w_.List1));
+  // Painting its own background, the list repaints without the group box behind it.
+  w_.List1->setAutoFillBackground(true);
   log_layout->addWidget(w_.List1);
   bind_.list(w_.List1, f_.c.List1, [this] { f_.session.List1_Click(); });
   lower_layout->addWidget(log_box, 1);
@@ -84,7 +88,11 @@ void MainWindow::build_status_bar() {
   statusBar()->addPermanentWidget(w_.data_log_status);
   data_log_clock_.setInterval(1000);
   connect(&data_log_clock_, &QTimer::timeout, this, [this] { show_data_log_status(); });
-  bind_.custom([this] { show_data_log_status(); });
+  // The rows and the time move once a second; the window's refreshes only start and stop it.
+  bind_.custom([this] {
+    if (f_.data_log.recording() != data_log_clock_.isActive()) show_data_log_status();
+  });
+  w_.data_log_status->setMinimumWidth(360);  // a growing row count moves nothing around it
 }
 
 void MainWindow::show_data_log_status() {

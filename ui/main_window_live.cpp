@@ -32,6 +32,7 @@ QWidget* MainWindow::build_live() {
   checks->addSpacing(8);
 
   w_.MSFlexGrid1 = new GridView(lc.MSFlexGrid1, GridView::Fit::ModelWidths, box);
+  w_.MSFlexGrid1->setAutoFillBackground(true);  // repaints without the group box behind it
   name_widget(w_.MSFlexGrid1, "Live values", "MSFlexGrid1");
   w_.MSFlexGrid1->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   w_.MSFlexGrid1->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
@@ -51,6 +52,7 @@ QWidget* MainWindow::build_live() {
   w_.chart = new LiveChartView(f_.chart, lc.chart, box);
   name_widget(w_.chart, "Live chart", "chart");
   w_.chart->setMinimumWidth(380);
+  w_.chart->setAutoFillBackground(true);
   auto* legend = new QGridLayout();
   legend->setHorizontalSpacing(10);
   legend->setVerticalSpacing(2);

@@ -182,27 +182,26 @@ std::string QtDialogs::input_box(const std::string& prompt, const std::string& t
 // --- clock and locale ----------------------------------------------------------------------
 
 DateTime QtClock::now() const {
+  const long long at = steady_.elapsed();
+  if (at < next_second_ms_) return second_;
   const QDateTime t = QDateTime::currentDateTime();
-  return {t.date().year(), t.date().month(),  t.date().day(),
-          t.time().hour(), t.time().minute(), t.time().second()};
+  second_ = {t.date().year(), t.date().month(),  t.date().day(),
+             t.time().hour(), t.time().minute(), t.time().second()};
+  next_second_ms_ = at + 1000 - t.time().msec();
+  return second_;
 }
 
-char QtLocale::decimal_separator() const {
-  const QString point = QLocale::system().decimalPoint();
-  return point.size() == 1 && point[0].unicode() < 128 ? static_cast<char>(point[0].unicode())
-                                                       : '.';
-}
-
-std::string QtLocale::short_date_pattern() const {
-  QString p = QLocale::system().dateFormat(QLocale::ShortFormat);
-  if (!p.contains("yyyy")) p.replace("yy", "yyyy");  // the full year, as file names show it
-  return p.toStdString();
-}
-
-std::string QtLocale::time_pattern() const {
-  QString p = QLocale::system().timeFormat(QLocale::LongFormat);
-  p.remove('t');  // no time zone
-  return p.trimmed().toStdString();
+QtLocale::QtLocale() {
+  const QLocale system = QLocale::system();
+  const QString point = system.decimalPoint();
+  decimal_ =
+      point.size() == 1 && point[0].unicode() < 128 ? static_cast<char>(point[0].unicode()) : '.';
+  QString date = system.dateFormat(QLocale::ShortFormat);
+  if (!date.contains("yyyy")) date.replace("yy", "yyyy");  // the full year, as file names show it
+  date_ = date.toStdString();
+  QString time = system.timeFormat(QLocale::LongFormat);
+  time.remove('t');  // no time zone
+  time_ = time.trimmed().toStdString();
 }
 
 // --- windows -------------------------------------------------------------------------------

@@ -65,18 +65,27 @@ QString qt_file_filter(const std::string& filter);
 class QtClock : public Clock {
  public:
   QtClock() { steady_.start(); }
+  // Asks the system only once a second: every log line wants the time.
   DateTime now() const override;
   long long milliseconds() const override { return steady_.elapsed(); }
 
  private:
   QElapsedTimer steady_;
+  mutable DateTime second_;
+  mutable long long next_second_ms_ = -1;  // steady time at which second_ is out of date
 };
 
+// The system's conventions as they are when the program starts.
 class QtLocale : public Locale {
  public:
-  char decimal_separator() const override;
-  std::string short_date_pattern() const override;
-  std::string time_pattern() const override;
+  QtLocale();
+  char decimal_separator() const override { return decimal_; }
+  std::string short_date_pattern() const override { return date_; }
+  std::string time_pattern() const override { return time_; }
+
+ private:
+  char decimal_;
+  std::string date_, time_;
 };
 
 // The program's further windows. A window that is unloaded (or closed by the user) disappears

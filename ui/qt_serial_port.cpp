@@ -165,8 +165,13 @@ void QtSerialPort::send_pending() {
 
 std::string QtSerialPort::input() {
   if (!port_.isOpen()) throw SerialError("Operation valid only when the port is open");
-  const QByteArray all = port_.readAll();
-  return std::string(all.constData(), static_cast<std::size_t>(all.size()));
+  // Up to the first CR LF: frames that came in together reach the receive event one by one
+  // instead of only the last of them; the rest follows in a delivery of its own.
+  const QByteArray waiting = port_.peek(port_.bytesAvailable());
+  const qsizetype line_end = waiting.indexOf("\r\n");
+  const QByteArray chunk = port_.read(line_end < 0 ? waiting.size() : line_end + 2);
+  if (port_.bytesAvailable() > 0) received();
+  return std::string(chunk.constData(), static_cast<std::size_t>(chunk.size()));
 }
 
 std::string QtSerialPort::device_name(int number) const {

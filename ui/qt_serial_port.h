@@ -42,6 +42,8 @@ class QtSerialPort : public QObject, public SerialPort {
   void set_port_open(bool open) override;
   bool port_open() const override { return port_.isOpen(); }
   void output(const std::string& chars) override;
+  // What has arrived, up to and including the first CR LF; anything after it comes with a
+  // further receive event.
   std::string input() override;
   int comm_event() const override { return event_; }
   // The device as listed; for the port in use, the device it opened even after it went away.

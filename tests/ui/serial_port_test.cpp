@@ -129,6 +129,19 @@ TEST_F(SerialPortTest, ExchangesExactBytesAndEveryArrivalRunsTheHandler) {
   EXPECT_EQ(runs, calls);
 }
 
+// Frames that arrive together reach the receive event one by one, each chunk ending on its
+// CR LF, so none is lost to the framing that keeps only a chunk's last frame.
+TEST_F(SerialPortTest, WhatArrivesTogetherIsHandedOverOneLineAtATime) {
+  open_first();
+  std::vector<std::string> chunks;
+  port.on_comm = [&] { chunks.push_back(port.input()); };
+  pty.send(std::string("U\xFF\x01\r\nU\xFF\x02\r\n\rtail", 15));
+  ASSERT_TRUE(wait_until([&] { return chunks.size() >= 3; }));
+  run_events_for(50);
+  EXPECT_EQ(chunks, (std::vector<std::string>{std::string("U\xFF\x01\r\n"),
+                                              std::string("U\xFF\x02\r\n"), "\rtail"}));
+}
+
 TEST_F(SerialPortTest, RefusesWhatTheControlRefuses) {
   const std::string closed = "Operation valid only when the port is open";
   EXPECT_EQ(error_of([&] { port.set_comm_port(0); }), "Invalid port number");
