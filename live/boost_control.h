@@ -9,7 +9,7 @@
 namespace nerit {
 
 // The panel's fields are usable while "Boostcontroll enabled" is ticked; the box itself and
-// "Apply" always are, so the control can be switched off again.
+// "Apply" stay usable with the panel, so the control can be switched off again.
 void enable_boost_fields(PanelControls& pc, bool on);
 // The fields as settings block B holds the values: start as absolute kPa through the pressure
 // table (empty while the table is empty), set as whole percent.

@@ -31,6 +31,10 @@ void SettingsPanels::load_airflow_input() {
   pc_.Combo3.enabled = false;
   pc_.Label1.enabled = false;
   pc_.Text1.enabled = false;
+  pc_.clamp_label.enabled = false;
+  // The panel starts as frequency output, as its caption says, until the controller tells.
+  pc_.OptionFrequency.value = true;
+  pc_.OptionAnalog.value = false;
   pc_.Combo3.clear();
   for (const char* entry : {"Deaktiviert", "Analog #1 / TPS", "Analog #2 / Map", "Analog #3",
                             "Analog #4", "Analog #5", "Analog #6", "Analog #7", "Analog #8"})
@@ -62,7 +66,8 @@ void SettingsPanels::show_block_a(const SettingsBlockA& a) {
     pc_.Combo3.select(0);
   else if (a.airflowtype < pc_.Combo3.list_count())
     pc_.Combo3.select(a.airflowtype);
-  pc_.Combo3.enabled = pc_.Label1.enabled = pc_.Text1.enabled = !frequency;
+  pc_.Combo3.enabled = pc_.Label1.enabled = pc_.Text1.enabled = pc_.clamp_label.enabled =
+      !frequency;
   pc_.Text1.text = clamp_text(a.aoutmax);
 
   const bool boost = a.boost_enable == 1;

@@ -7,6 +7,15 @@
 
 namespace nerit {
 
+void ListBox::add_item(std::string item) {
+  items.push_back(std::move(item));
+  if (max_items == 0 || items.size() <= max_items + max_items / 10) return;
+  const std::size_t gone = items.size() - max_items;
+  items.erase(items.begin(), items.begin() + static_cast<std::ptrdiff_t>(gone));
+  dropped += static_cast<long long>(gone);
+  list_index = list_index < static_cast<int>(gone) ? -1 : list_index - static_cast<int>(gone);
+}
+
 void ComboBox::select(int i) {
   if (i < -1 || i >= list_count()) throw InvalidPropertyError();
   list_index = i;

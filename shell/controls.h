@@ -93,8 +93,12 @@ struct ListBox {
   int list_index = -1;
   bool visible = true;
   bool enabled = true;
+  // With a limit the oldest lines go, a tenth of it at a time, once the list outgrows it;
+  // `dropped` counts every line ever taken off the front, so a view can follow.
+  std::size_t max_items = 0;
+  long long dropped = 0;
 
-  void add_item(std::string item) { items.push_back(std::move(item)); }
+  void add_item(std::string item);
   void clear() {
     items.clear();
     list_index = -1;

@@ -1,6 +1,7 @@
 #include "ui/bindings.h"
 
 #include <QSignalBlocker>
+#include <algorithm>
 #include <memory>
 #include <optional>
 #include <string>
@@ -108,8 +109,14 @@ void Bindings::list(QListWidget* w, ListBox& m, Handler click) {
     m.list_index = w->row(item);
     on_user(click);
   });
-  refreshers_.push_back([w, &m] {
+  refreshers_.push_back([w, &m, dropped = m.dropped]() mutable {
     const QSignalBlocker block(w);
+    // Lines the model let go at its front go here too.
+    if (m.dropped != dropped) {
+      const auto gone = std::min<long long>(m.dropped - dropped, w->count());
+      if (gone > 0) w->model()->removeRows(0, static_cast<int>(gone));
+      dropped = m.dropped;
+    }
     const int n = m.list_count();
     const int shown = w->count();
     // A log only grows: when the lines shown are still the first ones of the model (their

@@ -53,7 +53,10 @@ TEST_F(Form1Startup, LoadFillsListsMenusGridsAndLinkLabelsAndStartsNothing) {
   EXPECT_EQ(c.Combo2.items, debug_ports);
   EXPECT_EQ(c.Combo2.text, "Debugport wählen....");
   EXPECT_EQ(c.Combo2.list_index, -1);
-  EXPECT_FALSE(pc.Combo3.enabled || pc.Label1.enabled || pc.Text1.enabled);
+  EXPECT_FALSE(pc.Combo3.enabled || pc.Label1.enabled || pc.Text1.enabled ||
+               pc.clamp_label.enabled);
+  EXPECT_TRUE(pc.OptionFrequency.value);
+  EXPECT_FALSE(pc.OptionAnalog.value);
   EXPECT_EQ(pc.Combo3.items,
             (Strings{"Deaktiviert", "Analog #1 / TPS", "Analog #2 / Map", "Analog #3", "Analog #4",
                      "Analog #5", "Analog #6", "Analog #7", "Analog #8"}));

@@ -52,6 +52,22 @@ TEST_F(MainWindowTest, ModelValuesReachTheWidgets) {
   EXPECT_EQ(app->main_window().windowTitle(), "Nerit: /tmp/tune.inj");
 }
 
+TEST_F(MainWindowTest, TheLogLetsGoOfTheLinesItsModelDrops) {
+  app->run([this] {
+    c().List1.max_items = 10;
+    for (int i = 1; i <= 11; ++i) c().List1.add_item("line " + std::to_string(i));
+  });
+  ASSERT_EQ(w().List1->count(), 11);
+  const QListWidgetItem* kept = w().List1->item(4);  // "line 5"
+  app->run([this] {
+    for (int i = 12; i <= 13; ++i) c().List1.add_item("line " + std::to_string(i));
+  });
+  ASSERT_EQ(w().List1->count(), 11);
+  EXPECT_EQ(w().List1->item(0)->text(), "line 3");
+  EXPECT_EQ(w().List1->item(10)->text(), "line 13");
+  EXPECT_EQ(w().List1->item(2), kept);  // the lines that stay are not made anew
+}
+
 TEST_F(MainWindowTest, ClickingAPanelShowsOnlyThatPanel) {
   QListWidget* list = w().List2;
   const QRect r = list->visualItemRect(list->item(kPanelBoostcontrol));
