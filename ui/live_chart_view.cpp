@@ -71,7 +71,10 @@ LiveChartView::LiveChartView(const LiveChart& chart, const ChartControls& contro
     series_[static_cast<std::size_t>(i)] = s;
   }
   c->legend()->hide();  // the channel boxes beside the table are the legend
+  QChart* blank =
+      QChartView::chart();  // the view comes with a chart of its own and does not free it
   setChart(c);
+  delete blank;
   setRenderHint(QPainter::Antialiasing, false);
   setMinimumHeight(160);
 

@@ -49,8 +49,10 @@ QWidget* MainWindow::build_panels() {
     for (int i = 0; i < kPanelCount; ++i) {
       const Frame& m = f_.panel_controls.Frame1[static_cast<std::size_t>(i)];
       QGroupBox* frame = w_.Frame1[static_cast<std::size_t>(i)];
-      if (frame->title() != qs(m.caption)) frame->setTitle(qs(m.caption));
-      name_widget(frame, qs(m.caption), QString("Frame1(%1)").arg(i));
+      if (frame->title() != qs(m.caption)) {
+        frame->setTitle(qs(m.caption));
+        name_widget(frame, qs(m.caption), QString("Frame1(%1)").arg(i));
+      }
       if (frame->isEnabled() != m.enabled) frame->setEnabled(m.enabled);
       if (m.visible) top = i;
     }
