@@ -121,13 +121,17 @@ void Application::catch_up() {
     catch_up_.start(1);
     return;
   }
-  refresh();
+  refresh(true);
 }
 
-void Application::refresh() {
+void Application::refresh(bool paced) {
   stale_ = false;
-  if (main_) main_->refresh();
+  const bool waiting = main_ && main_->refresh(paced);
   if (auto* graph = dynamic_cast<Form5Window*>(windows_.widget(FormId::Form5))) graph->refresh();
+  if (waiting) {
+    stale_ = true;  // the rest follows in a later turn
+    catch_up_later();
+  }
 }
 
 void Application::end_program() {

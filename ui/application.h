@@ -34,7 +34,9 @@ class Application : public QObject {
   // Runs a handler behind the fault boundary (a failure becomes a box: modal, or for serial
   // arrivals one that stops nothing), then shows what it changed.
   void run(const std::function<void()>& handler, FaultBox box = FaultBox::Modal);
-  void refresh();
+  // Shows the models. Paced (for what the controller streams), parts that change fast may
+  // follow a little later.
+  void refresh(bool paced = false);
 
   Program& program() { return *program_; }
   MainWindow& main_window() { return *main_; }

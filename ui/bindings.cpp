@@ -109,7 +109,7 @@ void Bindings::list(QListWidget* w, ListBox& m, Handler click) {
     m.list_index = w->row(item);
     on_user(click);
   });
-  refreshers_.push_back([w, &m, dropped = m.dropped]() mutable {
+  refreshers_.push_back([this, w, &m, dropped = m.dropped, grown = QElapsedTimer()]() mutable {
     const QSignalBlocker block(w);
     // Lines the model let go at its front go here too.
     if (m.dropped != dropped) {
@@ -125,11 +125,20 @@ void Bindings::list(QListWidget* w, ListBox& m, Handler click) {
       return w->item(i)->text() == qs(m.items[static_cast<std::size_t>(i)]);
     };
     const bool grows = shown <= n && (shown == 0 || (same(0) && same(shown - 1)));
-    if (!grows) w->clear();
-    const bool added = w->count() < n;
-    for (int i = w->count(); i < n; ++i) w->addItem(qs(m.items[static_cast<std::size_t>(i)]));
-    if (w->currentRow() != m.list_index) w->setCurrentRow(m.list_index);
-    if (added && m.list_index < 0) w->scrollToBottom();
+    // Under a stream the log grows by dozens of lines a second: it takes them in a few times a
+    // second, as nobody reads faster.
+    const bool wait =
+        grows && shown < n && paced_ && grown.isValid() && grown.elapsed() < kLogPaceMs;
+    if (wait) {
+      deferred_ = true;
+    } else {
+      if (!grows) w->clear();
+      const bool added = w->count() < n;
+      for (int i = w->count(); i < n; ++i) w->addItem(qs(m.items[static_cast<std::size_t>(i)]));
+      if (added) grown.start();
+      if (w->currentRow() != m.list_index) w->setCurrentRow(m.list_index);
+      if (added && m.list_index < 0) w->scrollToBottom();
+    }
     show_state(w, m.visible, m.enabled);
   });
 }
@@ -219,8 +228,12 @@ void Bindings::grid(GridView* w) {
   refreshers_.push_back([w] { w->refresh(); });
 }
 
-void Bindings::refresh() const {
+bool Bindings::refresh(bool paced) {
+  paced_ = paced;
+  deferred_ = false;
   for (const auto& r : refreshers_) r();
+  paced_ = false;
+  return deferred_;
 }
 
 }  // namespace nerit::ui

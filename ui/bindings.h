@@ -4,6 +4,7 @@
 #include <QAction>
 #include <QCheckBox>
 #include <QComboBox>
+#include <QElapsedTimer>
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
@@ -47,7 +48,12 @@ class Bindings {
   void grid(GridView* w);
   void custom(std::function<void()> refresher) { refreshers_.push_back(std::move(refresher)); }
 
-  void refresh() const;
+  // Copies the models into the widgets. Paced (the controller's stream, not the user), a log
+  // that grows shows its new lines at most every kLogPaceMs; the call then returns true and
+  // wants to be repeated a little later.
+  bool refresh(bool paced = false);
+
+  static constexpr int kLogPaceMs = 250;
 
  private:
   void on_user(Handler h);
@@ -55,6 +61,8 @@ class Bindings {
   void range(QAbstractSlider* w, Model& m, Handler scroll, Handler change);
   HandlerRunner run_;
   std::vector<std::function<void()>> refreshers_;
+  bool paced_ = false;     // the refresh running is paced
+  bool deferred_ = false;  // a binding left something for a later refresh
 };
 
 }  // namespace nerit::ui

@@ -103,8 +103,8 @@ void MainWindow::show_data_log_status() {
   if (!recording) data_log_clock_.stop();
 }
 
-void MainWindow::refresh() {
-  bind_.refresh();
+bool MainWindow::refresh(bool paced) {
+  return bind_.refresh(paced);
 }
 
 void MainWindow::showEvent(QShowEvent* event) {

@@ -28,7 +28,8 @@ namespace nerit::ui {
 class MainWindow : public QMainWindow {
  public:
   MainWindow(Form1& form, HandlerRunner run, QWidget* parent = nullptr);
-  void refresh();
+  // True when something waits for a later refresh (see Bindings::refresh).
+  bool refresh(bool paced = false);
 
   // For tests and screenshots.
   struct Widgets {

@@ -68,6 +68,18 @@ TEST_F(MainWindowTest, TheLogLetsGoOfTheLinesItsModelDrops) {
   EXPECT_EQ(w().List1->item(2), kept);  // the lines that stay are not made anew
 }
 
+TEST_F(MainWindowTest, UnderAStreamTheLogTakesNewLinesAFewTimesASecond) {
+  app->run([this] { c().List1.add_item("first"); });
+  ASSERT_EQ(w().List1->count(), 1);
+  c().List1.add_item("second");  // as a status frame adds it
+  app->refresh(true);             // paced: the line waits for a later turn
+  EXPECT_EQ(w().List1->count(), 1);
+  EXPECT_TRUE(wait_until([&] { return w().List1->count() == 2; }, 2000));
+  c().List1.add_item("third");
+  app->refresh();  // what the user does shows at once
+  EXPECT_EQ(w().List1->count(), 3);
+}
+
 TEST_F(MainWindowTest, ClickingAPanelShowsOnlyThatPanel) {
   QListWidget* list = w().List2;
   const QRect r = list->visualItemRect(list->item(kPanelBoostcontrol));
