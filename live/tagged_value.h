@@ -1,6 +1,6 @@
 #pragma once
-// A number as a binary file record of the controller tool's runtime: a 2-byte little-endian
-// type tag, then the value. Doubles carry tag 5 and 8 bytes IEEE-754, little-endian.
+// A number as a tagged binary record: a 2-byte little-endian type tag, then the value.
+// Doubles carry tag 5 and 8 bytes IEEE-754, little-endian.
 #include <cstdint>
 #include <vector>
 

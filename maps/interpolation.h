@@ -15,9 +15,9 @@ struct CellText {
   std::string text;
 };
 
-// The running value is kept in single precision, as the controller tool always did, so the
-// error grows along the line; each cell is that value rounded (ties to even). A block with
-// equal ends fails with DivisionByZeroError before anything is written.
+// The running value is kept in single precision, so the error grows along the line; each cell
+// is that value rounded (ties to even). A block with equal ends fails with
+// DivisionByZeroError before anything is written.
 std::vector<CellText> interpolate_rows(const Grid& g, const SelectedBlock& block);
 std::vector<CellText> interpolate_cols(const Grid& g, const SelectedBlock& block);
 

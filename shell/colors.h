@@ -1,5 +1,5 @@
 #pragma once
-// Colours as the controller tool has always stored them: BGR integers (0x00BBGGRR),
+// Colours as the window models store them: BGR integers (0x00BBGGRR),
 // plus the system colour for a button's face.
 #include <cstdint>
 

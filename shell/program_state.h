@@ -1,6 +1,5 @@
 #pragma once
-// The program-wide variables every window reads and writes. Numbers start at 0 like the
-// controller tool's empty variants; texts start empty.
+// The program-wide variables every window reads and writes. Numbers start at 0, texts empty.
 #include <cstdint>
 #include <filesystem>
 #include <string>
