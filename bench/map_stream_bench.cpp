@@ -199,8 +199,8 @@ int measure(const QString& folder, int seconds, QSize size) {
   const std::uint64_t bytes_logged = relay.controller_bytes() - bytes_at_log_start;
   const std::filesystem::path log_file = f.data_log.file();
   app.run([&] { f.data_log.lstop_Click(); });
-  // A frame cut in two when the log started may be missing; every other one is a row.
-  const long long frames_while_logging = static_cast<long long>(bytes_logged / 22);
+  // A frame already on its way when the log started is a row of it too.
+  const long long frames_while_logging = static_cast<long long>((bytes_logged + 21) / 22);
   const long long lost = frames_while_logging - (count_lines(log_file) - 1);
 
   const QWidget& window = app.main_window();
