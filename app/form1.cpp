@@ -13,7 +13,7 @@ Form1::Form1(Platform& p, std::filesystem::path program_folder)
       stream(c, live_controls, chart, vars, wire),
       settings_panels(panel_controls, c, vars),
       panels(panel_controls),
-      acceleration_fuel(panel_controls, c, vars, link, wire),
+      acceleration_fuel(panel_controls, c, vars, wire),
       boost(panel_controls, c, vars, p, wire),
       airflow(panel_controls, vars, p, wire),
       injector(panel_controls, c, vars, wire),
@@ -35,7 +35,7 @@ Form1::Form1(Platform& p, std::filesystem::path program_folder)
   p.comm.on_closed = [this](const std::string& why) { session.MSComm1_Closed(why); };
   dispatcher.sink = &replies;
   axes.show_panels = [this](bool visible) { settings_panels.show_all(visible); };
-  replies.log_row = [this](const LiveRow& row) { take_live_row(row); };
+  replies.live_row = [this](const LiveRow& row) { take_live_row(row); };
   shell.on_unload = [this] { data_log.close(); };
 }
 

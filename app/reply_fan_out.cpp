@@ -30,7 +30,7 @@ void ReplyFanOut::status(const StatusReply& frame) {
     });
   quietly([&] { live_.show(v); });
   quietly([&] { automap_.operating_cell(v.cell_index); });
-  if (log_row) quietly([&] { log_row(v.row); });
+  if (live_row) quietly([&] { live_row(v.row); });
 }
 
 void ReplyFanOut::memory_block(const MemoryBlockReply& block) {

@@ -30,8 +30,8 @@ class ReplyFanOut : public ReplySink {
   void status(const StatusReply& frame) override;
   void memory_block(const MemoryBlockReply& block) override;
 
-  // Every status frame's row, for the data log.
-  std::function<void(const LiveRow& row)> log_row;
+  // Every status frame's row, for the data log and the chart.
+  std::function<void(const LiveRow& row)> live_row;
 
   // The live value Automap files under the load axis: what the load type measures.
   static double automap_load(int load_type, const LiveValues& v);

@@ -148,8 +148,8 @@ int measure(const QString& folder, int seconds, QSize size) {
   boxes.at(f.map_controls.Check5.caption)->click();
 
   std::uint64_t handled = 0;
-  auto logged = f.replies.log_row;
-  f.replies.log_row = [&handled, logged](const nerit::LiveRow& row) {
+  auto logged = f.replies.live_row;
+  f.replies.live_row = [&handled, logged](const nerit::LiveRow& row) {
     ++handled;
     if (logged) logged(row);
   };

@@ -16,10 +16,14 @@ void Wire::wait_for_reply() {
   }
 }
 
-void Wire::write_block(std::uint8_t code, int address, const FrameData& data, Timer* guard) {
+void Wire::send_block(std::uint8_t code, int address, const FrameData& data) {
   const std::string frame = address_frame(code, address, data);
   link_.write_addr = address;
   send(frame);
+}
+
+void Wire::write_block(std::uint8_t code, int address, const FrameData& data, Timer* guard) {
+  send_block(code, address, data);
   if (guard) guard->set_enabled(true);
   wait_for_reply();
 }

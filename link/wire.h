@@ -21,8 +21,10 @@ class Wire {
   // reply_done = 0, then lets events run until the dispatcher (or Timer3) sets it to 1. A port
   // that closes meanwhile ends the wait with LinkLost: nothing could answer any more.
   void wait_for_reply();
-  // One 16-byte block: write_addr = address, the frame built completely before its first byte
-  // goes out, the guard timer (if any) switched on, then the wait for the acknowledgement.
+  // One 16-byte block at an address: write_addr = address, then the frame, built completely
+  // before its first byte goes out. Nothing waits for the acknowledgement.
+  void send_block(std::uint8_t code, int address, const FrameData& data);
+  // send_block, the guard timer (if any) switched on, then the wait for the acknowledgement.
   void write_block(std::uint8_t code, int address, const FrameData& data, Timer* guard = nullptr);
   // A log line: the current time, then the text (which starts with " -> ").
   void log(const std::string& text);

@@ -17,8 +17,7 @@ void AccelerationFuel::HScroll1_Scroll(std::size_t i) {
 void AccelerationFuel::HScroll1_Change(std::size_t i) {
   HScroll1_Scroll(i);
   if (vars_.connected != 1) return;
-  link_.write_addr = kSettingsBlockB;
-  wire_.send(address_frame(kCmdSramWrite, kSettingsBlockB, settings_block_b(c_, vars_)));
+  wire_.send_block(kCmdSramWrite, kSettingsBlockB, settings_block_b(c_, vars_));
 }
 
 }  // namespace nerit

@@ -2,7 +2,6 @@
 // The acceleration-fuel panel: six bars whose values the controller takes in settings block B.
 #include <cstddef>
 
-#include "link/link_state.h"
 #include "link/wire.h"
 #include "live/panel_controls.h"
 #include "shell/form1_controls.h"
@@ -12,9 +11,8 @@ namespace nerit {
 
 class AccelerationFuel {
  public:
-  AccelerationFuel(PanelControls& pc, Form1Controls& c, ProgramState& vars, LinkState& link,
-                   Wire& wire)
-      : pc_(pc), c_(c), vars_(vars), link_(link), wire_(wire) {}
+  AccelerationFuel(PanelControls& pc, Form1Controls& c, ProgramState& vars, Wire& wire)
+      : pc_(pc), c_(c), vars_(vars), wire_(wire) {}
 
   // While bar i is dragged: its label follows and every parameter is re-read from the labels.
   void HScroll1_Scroll(std::size_t i);
@@ -26,7 +24,6 @@ class AccelerationFuel {
   PanelControls& pc_;
   Form1Controls& c_;
   ProgramState& vars_;
-  LinkState& link_;
   Wire& wire_;
 };
 

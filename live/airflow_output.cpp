@@ -1,11 +1,12 @@
 #include "live/airflow_output.h"
 
-#include <fstream>
+#include <algorithm>
 #include <system_error>
 
 #include "link/panel_frames.h"
 #include "live/airflow_clamp.h"
 #include "live/tagged_value.h"
+#include "shell/data_files.h"
 #include "shell/errors.h"
 #include "shell/numbers.h"
 
@@ -16,22 +17,19 @@ namespace {
 constexpr int kBackspace = 8;
 constexpr int kEnter = 13;
 
-void enable_voltage_fields(PanelControls& pc, bool on) {
-  pc.Combo3.enabled = pc.Label1.enabled = pc.Text1.enabled = pc.clamp_label.enabled = on;
-}
-
 // Writes the bytes at the start of the file, keeping whatever follows them.
 void overwrite_start(const std::filesystem::path& file, const std::vector<std::uint8_t>& bytes) {
-  std::fstream out(file, std::ios::in | std::ios::out | std::ios::binary);
-  if (!out.is_open()) out.open(file, std::ios::out | std::ios::binary);
-  if (!out.is_open()) throw FileError("Cannot open " + file.string());
-  out.write(reinterpret_cast<const char*>(bytes.data()),
-            static_cast<std::streamsize>(bytes.size()));
-  out.close();
-  if (!out) throw FileError("Cannot write " + file.string());
+  std::vector<std::uint8_t> all = read_file_bytes(file).value_or(std::vector<std::uint8_t>{});
+  if (all.size() < bytes.size()) all.resize(bytes.size());
+  std::copy(bytes.begin(), bytes.end(), all.begin());
+  write_file_bytes(file, all);
 }
 
 }  // namespace
+
+void enable_voltage_fields(PanelControls& pc, bool on) {
+  pc.Combo3.enabled = pc.Label1.enabled = pc.Text1.enabled = pc.clamp_label.enabled = on;
+}
 
 void AirflowOutput::airflowsettings_Click() {
   Frame& frame = pc_.Frame1[kPanelAirflowOutput];

@@ -10,6 +10,9 @@
 
 namespace nerit {
 
+// The input list, its label and the clamp field: usable for voltage output only.
+void enable_voltage_fields(PanelControls& pc, bool on);
+
 class AirflowOutput {
  public:
   AirflowOutput(PanelControls& pc, ProgramState& vars, Platform& platform, Wire& wire)

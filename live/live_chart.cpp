@@ -18,11 +18,6 @@ void LiveChart::add(long long t_ms, const std::array<double, kChartCount>& value
   ++revision_;
 }
 
-void LiveChart::clear() {
-  samples_.clear();
-  ++revision_;
-}
-
 std::vector<ChartSpan> decimate(const std::deque<ChartSample>& samples, ChartChannel channel,
                                 long long end_ms, long long window_ms, int slices) {
   std::vector<ChartSpan> out;

@@ -61,7 +61,6 @@ class LiveChart {
 
   // A status frame's values; samples older than the window fall off.
   void add(long long t_ms, const std::array<double, kChartCount>& values);
-  void clear();
 
   const std::deque<ChartSample>& samples() const { return samples_; }
   // The latest sample's time: the chart's right edge.

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "live/airflow_clamp.h"
+#include "live/airflow_output.h"
 #include "live/boost_control.h"
 
 namespace nerit {
@@ -28,10 +29,7 @@ void SettingsPanels::load_panels() {
 }
 
 void SettingsPanels::load_airflow_input() {
-  pc_.Combo3.enabled = false;
-  pc_.Label1.enabled = false;
-  pc_.Text1.enabled = false;
-  pc_.clamp_label.enabled = false;
+  enable_voltage_fields(pc_, false);
   // The panel starts as frequency output, as its caption says, until the controller tells.
   pc_.OptionFrequency.value = true;
   pc_.OptionAnalog.value = false;
@@ -66,8 +64,7 @@ void SettingsPanels::show_block_a(const SettingsBlockA& a) {
     pc_.Combo3.select(0);
   else if (a.airflowtype < pc_.Combo3.list_count())
     pc_.Combo3.select(a.airflowtype);
-  pc_.Combo3.enabled = pc_.Label1.enabled = pc_.Text1.enabled = pc_.clamp_label.enabled =
-      !frequency;
+  enable_voltage_fields(pc_, !frequency);
   pc_.Text1.text = clamp_text(a.aoutmax);
 
   const bool boost = a.boost_enable == 1;

@@ -15,12 +15,18 @@ std::filesystem::path data_file(const std::filesystem::path& pfad, std::string_v
 std::optional<std::vector<std::uint8_t>> read_file_bytes(const std::filesystem::path& file) {
   std::error_code ec;
   if (!std::filesystem::exists(file, ec)) return std::nullopt;
+  // A folder of that name opens as a stream too, and then fails on the first read.
+  if (std::filesystem::is_directory(file, ec)) throw FileError("Cannot open " + file.string());
   std::ifstream in(file, std::ios::binary);
   if (!in) throw FileError("Cannot open " + file.string());
-  std::vector<std::uint8_t> bytes{std::istreambuf_iterator<char>(in),
-                                  std::istreambuf_iterator<char>()};
-  if (in.bad()) throw FileError("Cannot read " + file.string());
-  return bytes;
+  try {
+    std::vector<std::uint8_t> bytes{std::istreambuf_iterator<char>(in),
+                                    std::istreambuf_iterator<char>()};
+    if (in.bad()) throw FileError("Cannot read " + file.string());
+    return bytes;
+  } catch (const std::ios_base::failure&) {
+    throw FileError("Cannot read " + file.string());
+  }
 }
 
 void write_file_bytes(const std::filesystem::path& file, const std::vector<std::uint8_t>& bytes) {
