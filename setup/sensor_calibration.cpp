@@ -9,10 +9,6 @@
 
 namespace nerit {
 
-bool has_values(const SensorPreset& preset) {
-  return !std::isnan(preset.faktor) && !std::isnan(preset.offset) && !std::isnan(preset.max_p);
-}
-
 std::uint8_t sensor_raw(double faktor, double offset, double p) {
   // Evaluated in this order, so a table matches the one the sensor window saves byte for byte.
   double volts = (faktor * p + offset) * 5;

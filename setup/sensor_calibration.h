@@ -27,9 +27,6 @@ inline constexpr std::array<SensorPreset, 3> kSensorPresets{{
 
 inline constexpr const SensorPreset& kMpx4250 = kSensorPresets[1];
 
-// False for "Manuell".
-bool has_values(const SensorPreset& preset);
-
 // The raw byte of P kPa: the whole part of U x 51 (U x 255 / 5), a negative U read as 0.
 // OverflowError past 255 (above about 5.02 V).
 std::uint8_t sensor_raw(double faktor, double offset, double p);

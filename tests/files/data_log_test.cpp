@@ -28,11 +28,6 @@ TEST(DataLogFormat, RowsJoinSevenValuesWithSemicolonsInTheSystemsDecimalForm) {
   EXPECT_EQ(data_log_row(v, ','), "2500;12,5;3000;-3;150;42;0");
 }
 
-TEST(DataLogFormat, TheNameHoldsNoDateOrTimeSeparators) {
-  EXPECT_EQ(data_log_name("15.11.2026", "23:19:28"), "DataLog_15-11-2026_23-19-28.csv");
-  EXPECT_EQ(data_log_name("11/15/2026", "11:19:28 PM"), "DataLog_11-15-2026_11-19-28 PM.csv");
-}
-
 TEST(DataLogFormat, TheStatusTextCountsRowsAndTime) {
   EXPECT_EQ(recording_status("DataLog_a.csv", 1, 999), "DataLog_a.csv · 1 row · 0:00:00");
   EXPECT_EQ(recording_status("DataLog_a.csv", 3721, 3723000),
@@ -72,13 +67,6 @@ class DataLogTest : public LinkFixture {
   }
   static constexpr const char* kHeader = "Drehzahl  Inj_in  Inj_out Inj_adj MAP TPS Airflow\r\n";
 };
-
-TEST_F(DataLogTest, TheFileIsNamedFromAGermanDateAndTime) {
-  stream(1);
-  f.data_log.lstart_Click();
-  EXPECT_TRUE(std::filesystem::exists(log_file()));
-  EXPECT_EQ(f.data_log.file(), log_file());
-}
 
 TEST_F(DataLogTest, TheFileIsNamedFromAnEnglishDateAndTime) {
   fp.locale.date_pattern = "M/d/yyyy";

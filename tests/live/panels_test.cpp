@@ -183,13 +183,6 @@ TEST_F(PanelsTest, SettingsFromTheControllerFillTheBoostFields) {
 
 // --- airflow output --------------------------------------------------------------------------
 
-TEST_F(PanelsTest, TheAirflowMenuEntryShowsAndHidesItsPanel) {
-  f.airflow.airflowsettings_Click();
-  EXPECT_TRUE(pc.Frame1[kPanelAirflowOutput].visible);
-  f.airflow.airflowsettings_Click();
-  EXPECT_FALSE(pc.Frame1[kPanelAirflowOutput].visible);
-}
-
 TEST_F(PanelsTest, VoltageOutputTakesTheInputAndTheClamp) {
   pc.Combo3.select(3);
   pc.Text1.text = "2500";

@@ -95,14 +95,6 @@ TEST_F(StreamTest, DebugDataSwitchesModeTwoAndChangesNothingElse) {
   EXPECT_EQ(locks(), before);
 }
 
-TEST_F(StreamTest, TimerOneWaitsUnusedAtItsQuarterSecond) {
-  go_online();
-  f.c.Check1.value = 1;
-  stream.Check1_Click();
-  EXPECT_EQ(f.c.Timer1.interval(), 250);
-  EXPECT_FALSE(f.c.Timer1.enabled());
-}
-
 TEST_F(StreamTest, ClicksOnTheBoostRowCycleItsUnit) {
   Grid& g = f.live_controls.MSFlexGrid1;
   std::vector<std::string> captions;

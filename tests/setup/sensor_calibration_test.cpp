@@ -16,22 +16,6 @@
 namespace nerit {
 namespace {
 
-TEST(SensorPresets, ListManuellWithoutValuesThenMpx4250AndToyota) {
-  ASSERT_EQ(kSensorPresets.size(), 3u);
-  EXPECT_STREQ(kSensorPresets[0].name, "Manuell");
-  EXPECT_FALSE(has_values(kSensorPresets[0]));
-  EXPECT_TRUE(std::isnan(kSensorPresets[0].faktor));
-  const SensorPreset& mpx = kSensorPresets[1];
-  EXPECT_STREQ(mpx.name, "MPX4250");
-  EXPECT_TRUE(has_values(mpx));
-  EXPECT_EQ(std::tuple(mpx.faktor, mpx.offset, mpx.max_p), std::tuple(0.00315, 0.04, 250.0));
-  const SensorPreset& toyota = kSensorPresets[2];
-  EXPECT_STREQ(toyota.name, "Toyota 1/2JZ");
-  EXPECT_TRUE(has_values(toyota));
-  EXPECT_EQ(std::tuple(toyota.faktor, toyota.offset, toyota.max_p),
-            std::tuple(0.003795, 0.134507, 227.0));
-}
-
 // Raw = whole part of (faktor x P + offset) x 5 x 51, worked out by hand.
 TEST(SensorRaw, IsTheWholePartOfTheVoltsTimes51) {
   struct Case {
@@ -62,15 +46,6 @@ TEST(SensorRaw, PastAByteIsAnOverflow) {
   EXPECT_THROW(sensor_raw(0.01, 0.5, 60), OverflowError);  // 5.5 V: 280.5
 }
 
-TEST(CalibrationRaws, HoldOneByteForEveryWholeKpaUpToMaxP) {
-  const std::vector<std::uint8_t> mpx = calibration_raws(0.00315, 0.04, 250);
-  ASSERT_EQ(mpx.size(), 251u);
-  EXPECT_EQ(std::tuple(mpx[0], mpx[100], mpx[150], mpx[250]), std::tuple(10, 90, 130, 211));
-  const std::vector<std::uint8_t> toyota = calibration_raws(0.003795, 0.134507, 227);
-  ASSERT_EQ(toyota.size(), 228u);
-  EXPECT_EQ(toyota.back(), 253);
-}
-
 // The virtual controller's MAP sensor reads exactly what the MPX4250 table says.
 TEST(CalibrationRaws, Mpx4250MatchesTheVirtualControllersSensor) {
   const std::vector<std::uint8_t> raws = calibration_raws(0.00315, 0.04, 250);
@@ -91,14 +66,6 @@ TEST(Mpx4250Tables, AreWrittenIntoAFolderWithoutPressureTables) {
   EXPECT_EQ(std::tuple((*raw)[2 * 211], (*raw)[2 * 211 + 1]), std::tuple(250, 0));
   EXPECT_EQ(std::tuple((*raw)[2 * 130], (*raw)[2 * 90], (*raw)[2 * 10]), std::tuple(150, 100, 0));
   EXPECT_EQ(std::tuple((*raw)[2 * 9], (*raw)[2 * 9 + 1]), std::tuple(0, 0));
-  PressureTable table{};
-  read_pressure_raw(*raw, table);
-  EXPECT_EQ(table[211], 250);  // the main window's MAP axis tops out at 250 kPa
-  EXPECT_EQ(table[130], 150);
-  EXPECT_EQ(table[255], 0);
-  PressureTable inverse{};
-  read_pressure_sensor(*sensor, inverse);
-  EXPECT_EQ(inverse, table);
 }
 
 TEST(Mpx4250Tables, AreNotWrittenWhenEitherTableExists) {
@@ -114,11 +81,6 @@ TEST(Mpx4250Tables, AreNotWrittenWhenEitherTableExists) {
     EXPECT_EQ(c.kept_is_raw ? files.raw() : files.sensor(), (Bytes{1, 2, 3})) << c.kept;
     EXPECT_EQ(c.kept_is_raw ? files.sensor() : files.raw(), std::nullopt) << c.kept;
   }
-}
-
-TEST(Mpx4250Tables, AFolderThatCannotBeWrittenIsAFileError) {
-  testing::TempFolder folder;
-  EXPECT_THROW(write_mpx4250_tables_if_none(folder.path() / "missing"), FileError);
 }
 
 }  // namespace

@@ -38,17 +38,6 @@ Options demo() {
   return test::with([](Options& o) { o.demo_tune = true; });
 }
 
-// -15 % is round(128 - 15 x 1.27) = 109, +25 % is round(128 + 25 x 1.27) = 160.
-TEST(SimDemoTune, EveryCorrectionCellLiesBetweenMinus15AndPlus25Percent) {
-  Controller c(demo());
-  for (const auto& row : read_correction_map(c)) {
-    for (int cell : row) {
-      EXPECT_GE(cell, 109);
-      EXPECT_LE(cell, 160);
-    }
-  }
-}
-
 // Not flat, yet no step of 5 % (6.35) or more between neighbours across or down.
 TEST(SimDemoTune, TheCorrectionMapVariesSmoothlyFromCellToCell) {
   Controller c(demo());
@@ -102,19 +91,6 @@ TEST(SimDemoTune, BoostControlIsOnAndTheRestIsTheDefaultTune) {
   }
 }
 
-// The EEPROM holds rows 1-12 x columns 1-8 of the demo map, so a reload (0x06) gives back the
-// same working memory; the boost byte is not kept there.
-TEST(SimDemoTune, TheEepromHoldsTheReducedCopyOfTheDemoMap) {
-  Controller c(demo());
-  const MemoryWindow before = c.working_memory();
-  for (int row = 0; row < 12; ++row)
-    for (int col = 0; col < 8; ++col)
-      EXPECT_EQ(c.eeprom().at(0x0050 + 8 * row + col), before.at(0x02A0 + 16 * row + col));
-  EXPECT_EQ(c.eeprom().at(0x001F), 0);
-  c.receive(0, command(0x06));
-  EXPECT_EQ(c.working_memory(), before);
-}
-
 TEST(SimDemoTune, WithoutItEveryCorrectionCellIsNeutralAndBoostControlOff) {
   Controller c;
   for (const auto& row : read_correction_map(c))
@@ -152,13 +128,6 @@ TEST_F(SimDemoTuneState, AStateFileWinsOverTheDemoTune) {
     for (int col = 0; col < 16; ++col)
       EXPECT_EQ(map[r][col], r == 1 ? row[col] : 128) << r << " " << col;
   EXPECT_EQ(c.working_memory().at(0x024F), 0);
-}
-
-TEST_F(SimDemoTuneState, AStateFileThatCannotBeReadLeavesTheDemoTune) {
-  std::ofstream(path_) << "not a state file";
-  Controller c(demo_with_state());
-  EXPECT_NE(c.state_error(), "");
-  EXPECT_EQ(c.working_memory(), Controller(demo()).working_memory());
 }
 
 }  // namespace

@@ -92,19 +92,6 @@ TEST(SimStream, TheDriveCycleIdlesRevsCruisesPullsIntoBoostAndOverruns) {
   EXPECT_EQ(free_revs, 4);
 }
 
-TEST(SimStream, TheDriveCycleRepeatsEveryPeriod) {
-  Controller c;
-  c.receive(0, stream_on(1));
-  const auto frames = c.poll(2 * kDriveCycleMs);
-  const std::size_t period = 720;  // 36 s of 50 ms frames
-  ASSERT_EQ(frames.size(), 2 * period);
-  for (std::size_t i = 0; i < period; ++i) {
-    EXPECT_EQ(frames[i + period].at_ms - frames[i].at_ms, kDriveCycleMs);
-    EXPECT_EQ(frames[i + period].bytes, frames[i].bytes) << frames[i].at_ms;
-  }
-  EXPECT_NE(frames[period / 2].bytes, frames[0].bytes);
-}
-
 // Within a cycle and across its end: at most 300 rpm, 20 MAP raw steps (~25 kPa) and 45
 // throttle raw steps (~21 %) from one frame to the next.
 TEST(SimStream, ConsecutiveFramesNeverJump) {

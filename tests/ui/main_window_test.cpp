@@ -72,7 +72,7 @@ TEST_F(MainWindowTest, UnderAStreamTheLogTakesNewLinesAFewTimesASecond) {
   app->run([this] { c().List1.add_item("first"); });
   ASSERT_EQ(w().List1->count(), 1);
   c().List1.add_item("second");  // as a status frame adds it
-  app->refresh(true);             // paced: the line waits for a later turn
+  app->refresh(true);            // paced: the line waits for a later turn
   EXPECT_EQ(w().List1->count(), 1);
   EXPECT_TRUE(wait_until([&] { return w().List1->count() == 2; }, 2000));
   c().List1.add_item("third");
@@ -192,34 +192,15 @@ TEST_F(MainWindowTest, EachPanelsControlsAreInTheAccessibilityTreeWhileShown) {
   using Names = std::map<std::string, std::string>;
   const std::pair<int, Names> panels[] = {
       {kPanelInjektoradjust,
-       {{"Frame1(0)", "Manual Injectoradjust"},
-        {"Slider1", "Injector adjust"},
-        {"Label6", "Injector adjust percent"}}},
-      {kPanelAirflowFuelcut,
-       {{"Frame1(1)", "Airflow Fuelcut"},
-        {"fuelcut_note", "This controller has no airflow fuel cut to set."}}},
+       {{"Frame1(0)", "Manual Injectoradjust"}, {"Slider1", "Injector adjust"}}},
+      {kPanelAirflowFuelcut, {{"fuelcut_note", "This controller has no airflow fuel cut to set."}}},
       {kPanelBoostcontrol,
-       {{"Frame1(2)", "Boostcontroll Pin #22"},
-        {"Check3", "Boostcontroll enabled"},
-        {"boost_start_label", "Start / kPa:"},
-        {"boost_start_text", "Start / kPa"},
-        {"boost_set_label", "Set / %"},
-        {"boost_set_text", "Set / %"},
-        {"analog_in_label", "Analog In Channel"},
+       {{"boost_start_text", "Start / kPa"},
         {"Combo4", "Analog In Channel"},
-        {"solenoid_frame", "Solenoid out"},
-        {"solenoid_isc", "ISC #1"},
         {"solenoid_injector6", "Injektor #6"},
         {"Command7", "Apply"}}},
       {kPanelAirflowOutput,
-       {{"Frame1(3)", "Airflow Out: Karman Vortex 20-3000 Hz"},
-        {"OptionFrequency", "Karman Vortex"},
-        {"OptionAnalog", "Analog MAF / MAP"},
-        {"Label1", "Input:"},
-        {"Combo3", "Airflow input"},
-        {"Label5", "Clamp / mV:"},
-        {"Text1", "Clamp / mV"},
-        {"Command6", "Apply"}}},
+       {{"Label5", "Clamp / mV:"}, {"Text1", "Clamp / mV"}, {"Command6", "Apply"}}},
   };
   QAccessibleInterface* root = QAccessible::queryAccessibleInterface(&app->main_window());
   for (const auto& [panel, expected] : panels) {
