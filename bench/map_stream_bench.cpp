@@ -7,7 +7,8 @@
 //
 // Over the measured seconds:
 //   frames handled per second against frames sent (target: within 2 %),
-//   rows in the data log against frames sent while it recorded (target: none lost),
+//   rows in the data log against status frames handled while it recorded (target: none
+//   lost; with frames handled against frames sent this covers the wire to the file),
 //   event-loop latency: delay of a 0-ms timer posted every 10 ms, and the lateness of the
 //   10-ms timer itself (target: p99 under 30 ms),
 //   CPU of the window's thread as a share of one core (target: under 5 %).
@@ -147,10 +148,11 @@ int measure(const QString& folder, int seconds, QSize size) {
   boxes.at(f.map_controls.Check2.caption)->click();
   boxes.at(f.map_controls.Check5.caption)->click();
 
-  std::uint64_t handled = 0;
+  std::uint64_t handled = 0, handled_logging = 0;
   auto logged = f.replies.live_row;
-  f.replies.live_row = [&handled, logged](const nerit::LiveRow& row) {
+  f.replies.live_row = [&, logged](const nerit::LiveRow& row) {
     ++handled;
+    if (f.c.logging == 1) ++handled_logging;
     if (logged) logged(row);
   };
   boxes.at(f.c.Check1.caption)->click();  // the stream, the chart
@@ -159,7 +161,6 @@ int measure(const QString& folder, int seconds, QSize size) {
     return 1;
   }
   run_for(1000);  // the stream settles
-  const std::uint64_t bytes_at_log_start = relay.controller_bytes();
   app.run([&] { f.data_log.lstart_Click(); });
   if (!f.data_log.recording()) {
     std::fprintf(stderr, "the data log did not start\n");
@@ -196,11 +197,9 @@ int measure(const QString& folder, int seconds, QSize size) {
   const double got = static_cast<double>(handled - handled_before);
   boxes.at(f.c.Check1.caption)->click();
   run_for(300);  // frames still on the way are logged too
-  const std::uint64_t bytes_logged = relay.controller_bytes() - bytes_at_log_start;
   const std::filesystem::path log_file = f.data_log.file();
   app.run([&] { f.data_log.lstop_Click(); });
-  // A frame already on its way when the log started is a row of it too.
-  const long long frames_while_logging = static_cast<long long>((bytes_logged + 21) / 22);
+  const auto frames_while_logging = static_cast<long long>(handled_logging);
   const long long lost = frames_while_logging - (count_lines(log_file) - 1);
 
   const QWidget& window = app.main_window();
@@ -212,13 +211,13 @@ int measure(const QString& folder, int seconds, QSize size) {
               percentile(post_delay_ms, 99), percentile(post_delay_ms, 100));
   std::printf("10-ms timer lateness: p99 %.2f ms, worst %.2f ms\n", percentile(tick_late_ms, 99),
               percentile(tick_late_ms, 100));
-  std::printf("data log: %lld frames while recording, %lld lost (target 0)\n", frames_while_logging,
-              lost);
+  std::printf("data log: %lld frames handled while recording, %lld lost (target 0)\n",
+              frames_while_logging, lost);
   std::printf("CPU: window thread %.1f %%, whole process %.1f %% of one core (target < 5 %%)\n",
               100 * thread_share, 100 * process_share);
   std::printf("log: %d lines added, %d in all\n", f.c.List1.list_count() - log_before,
               f.c.List1.list_count());
-  const bool ok = sent > 0 && got >= 0.98 * sent && lost <= 0 &&
+  const bool ok = sent > 0 && got >= 0.98 * sent && lost == 0 &&
                   percentile(post_delay_ms, 99) < 30 && thread_share < 0.05;
   return ok ? 0 : 1;
 }
