@@ -59,10 +59,16 @@ void Form1::Form_Load() {
 
 Program::Program(Platform& platform, std::filesystem::path program_folder)
     : form1(platform, std::move(program_folder)),
+      form3(platform, form1.vars, form1.shell, form1.wire, form1.panel_controls.Slider1),
       form4(platform.windows),
       form5(form1.c.MSFlexGrid2) {
   form4.Timer1.on_tick = [this] { form4.Timer1_Timer(); };
   form4.Timer1.attach(&platform.timers);
+  platform.windows.unload_handlers[FormId::Form3] = [this] { form3.Form_Unload(); };
+}
+
+Program::~Program() {
+  form1.platform.windows.unload_handlers.erase(FormId::Form3);
 }
 
 }  // namespace nerit

@@ -32,6 +32,7 @@
 #include "maps/map_controls.h"
 #include "maps/map_row_writer.h"
 #include "maps/map_state.h"
+#include "setup/form3.h"
 #include "shell/form1_controls.h"
 #include "shell/form1_shell.h"
 #include "shell/form4.h"
@@ -96,8 +97,12 @@ class Form1 {
 class Program {
  public:
   Program(Platform& platform, std::filesystem::path program_folder);
+  ~Program();
+  Program(const Program&) = delete;
+  Program& operator=(const Program&) = delete;
 
   Form1 form1;
+  Form3 form3;
   Form4 form4;
   Form5 form5;
 };

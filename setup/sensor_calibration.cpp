@@ -9,9 +9,12 @@
 
 namespace nerit {
 
+double sensor_volts(double faktor, double offset, double p) {
+  return (faktor * p + offset) * 5;
+}
+
 std::uint8_t sensor_raw(double faktor, double offset, double p) {
-  // Evaluated in this order, so a table matches the one the sensor window saves byte for byte.
-  double volts = (faktor * p + offset) * 5;
+  double volts = sensor_volts(faktor, offset, p);
   if (volts < 0) volts = 0;
   return to_byte(whole_part(volts * 51));
 }

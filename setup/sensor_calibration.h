@@ -27,6 +27,10 @@ inline constexpr std::array<SensorPreset, 3> kSensorPresets{{
 
 inline constexpr const SensorPreset& kMpx4250 = kSensorPresets[1];
 
+// The sensor voltage U at P kPa, evaluated in this order so that every table matches the one
+// the sensor window saves byte for byte. Not clamped.
+double sensor_volts(double faktor, double offset, double p);
+
 // The raw byte of P kPa: the whole part of U x 51 (U x 255 / 5), a negative U read as 0.
 // OverflowError past 255 (above about 5.02 V).
 std::uint8_t sensor_raw(double faktor, double offset, double p);

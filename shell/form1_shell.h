@@ -30,6 +30,8 @@ class Form1Shell {
 
   // Rebuilds the pressure table from "\PressureSensor.dat"; run after that file is rewritten.
   void reload_pressure();
+  // rpm_points from the speed headings and rpmfaktor; run after rpmfaktor changes.
+  void fill_rpm_points();
 
   static constexpr const char* kOfflineNote =
       "Änderungen werden nicht automatisch übernommen,\n"
@@ -37,7 +39,6 @@ class Form1Shell {
 
  private:
   void load_pressure_raw();
-  void fill_rpm_points();
 
   Form1Controls& c_;
   ProgramState& vars_;

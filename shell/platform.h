@@ -3,6 +3,7 @@
 // program, tests/support for the tests (with a virtual clock).
 #include <filesystem>
 #include <functional>
+#include <map>
 #include <memory>
 #include <string>
 #include <vector>
@@ -145,6 +146,10 @@ class WindowHost {
   // Unloading the main window: the program ends once the current handler returns, and every
   // wait still running throws ProgramClosing.
   virtual void end_program() = 0;
+
+  // A window's own unload handler, run as the window goes: unloaded by a handler or closed by
+  // the user. Set by whoever puts the windows together.
+  std::map<FormId, std::function<void()>> unload_handlers;
 };
 
 // Everything a handler may reach, handed to each part of the program at start-up.

@@ -188,12 +188,17 @@ class FakeLocale : public Locale {
   std::string clock_pattern = "HH:mm:ss";
 };
 
-// Records "show Form3", "unload Form2", "end"; the end makes the pump end every wait.
+// Records "show Form3", "unload Form2", "end"; the end makes the pump end every wait. Unloading
+// a loaded window runs its unload handler.
 class FakeWindows : public WindowHost {
  public:
   explicit FakeWindows(FakePump& pump) : pump_(pump) {}
   void show(FormId form) override { loaded.insert(form), calls.push_back("show " + name(form)); }
-  void unload(FormId form) override { loaded.erase(form), calls.push_back("unload " + name(form)); }
+  void unload(FormId form) override {
+    calls.push_back("unload " + name(form));
+    if (!loaded.erase(form)) return;
+    if (auto h = unload_handlers.find(form); h != unload_handlers.end() && h->second) h->second();
+  }
   bool is_loaded(FormId form) const override { return loaded.count(form) != 0; }
   void end_program() override { calls.push_back("end"), pump_.closing = true; }
   std::set<FormId> loaded;
