@@ -164,9 +164,11 @@ void Bindings::menu(QAction* w, const MenuItem& m, Handler click) {
   });
 }
 
-void Bindings::text(QLineEdit* w, TextBox& m) {
-  QObject::connect(w, &QLineEdit::textEdited, w,
-                   [&m](const QString& t) { m.text = t.toStdString(); });
+void Bindings::text(QLineEdit* w, TextBox& m, Handler change) {
+  QObject::connect(w, &QLineEdit::textEdited, w, [this, &m, change](const QString& t) {
+    m.text = t.toStdString();
+    on_user(change);
+  });
   refreshers_.push_back([w, &m] {
     if (w->text() != qs(m.text)) w->setText(qs(m.text));
     show_state(w, m.visible, m.enabled);

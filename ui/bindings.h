@@ -40,7 +40,8 @@ class Bindings {
   // handler.
   void option(QRadioButton* w, OptionButton& m, std::vector<OptionButton*> group,
               Handler click = {});
-  void text(QLineEdit* w, TextBox& m);
+  // What the user types goes into the model, then `change` runs.
+  void text(QLineEdit* w, TextBox& m, Handler change = {});
   // Each step of a drag runs `scroll`; a new value from keys, wheel or clicks on the track runs
   // `change`, and so does the end of a drag that moved the value.
   void scroll(QScrollBar* w, ScrollBar& m, Handler scroll = {}, Handler change = {});

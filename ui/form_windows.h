@@ -1,6 +1,6 @@
 #pragma once
-// The firmware and base-settings windows. Their contents arrive with their features; until
-// then each opens as an empty window with its title.
+// The firmware window. Its contents arrive with its feature; until then it opens as an empty
+// window with its title.
 #include <QWidget>
 
 namespace nerit::ui {

@@ -233,6 +233,13 @@ void QtWindows::retire(FormId form) {
   if (it == open_.end()) return;
   QPointer<QWidget> w = it->second;
   open_.erase(it);
+  // The window's own unload runs while it is still on screen; it no longer counts as loaded.
+  if (auto h = unload_handlers.find(form); h != unload_handlers.end() && h->second) {
+    if (run)
+      run(h->second);
+    else
+      h->second();
+  }
   if (!w) return;
   w->removeEventFilter(this);
   w->hide();

@@ -101,6 +101,8 @@ class QtWindows : public QObject, public WindowHost {
 
   std::map<FormId, std::function<QWidget*()>> factories;
   std::function<void()> on_end;
+  // Runs a window's unload handler behind the fault boundary.
+  HandlerRunner run;
   QWidget* widget(FormId form) const;
   // Deletes the windows unloaded since the last call.
   void collect();
