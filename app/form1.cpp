@@ -18,6 +18,9 @@ Form1::Form1(Platform& p, std::filesystem::path program_folder)
       airflow(panel_controls, vars, p, wire),
       injector(panel_controls, c, vars, wire),
       data_log(c, vars, p),
+      settings_file(c, panel_controls, vars, p),
+      compare_file(c, vars, p),
+      restore_points(c, vars, p),
       axes(c, vars),
       map_blocks(c, vars),
       map_writer(c, vars, wire),
@@ -37,6 +40,23 @@ Form1::Form1(Platform& p, std::filesystem::path program_folder)
   axes.show_panels = [this](bool visible) { settings_panels.show_all(visible); };
   replies.live_row = [this](const LiveRow& row) { take_live_row(row); };
   shell.on_unload = [this] { data_log.close(); };
+  wire_files();
+}
+
+void Form1::wire_files() {
+  settings_file.run_load_type = [this] { axes.Combo1_Click(); };
+  settings_file.accel_changed = [this](std::size_t bar) { acceleration_fuel.HScroll1_Change(bar); };
+  settings_file.map_boxes_changed = [this] {
+    axes.Check6_MouseUp();
+    axes.Check4_MouseUp();
+  };
+  settings_file.used = [this](const std::filesystem::path& file) { recent_files.add(file); };
+  recent_files.open = [this](const std::filesystem::path& file) { settings_file.load(file); };
+  session.read_done = [this] { restore_points.remember_read(); };
+  session.before_firmware = [this] { restore_points.before_firmware(); };
+  transfers.before_write = [this](const std::string& action) {
+    restore_points.before_write(action);
+  };
 }
 
 void Form1::take_live_row(const LiveRow& r) {
@@ -50,6 +70,7 @@ void Form1::Form_Load() {
   shell.load_map_grids();
   live.load_captions();
   shell.load_window();
+  recent_files.load(vars.pfad);
   settings_panels.load_airflow_input();
   boost.load();
   shell.load_menus();

@@ -4,7 +4,11 @@
 #include <filesystem>
 
 #include "app/reply_fan_out.h"
+#include "files/compare_file.h"
 #include "files/data_log.h"
+#include "files/recent_files.h"
+#include "files/restore_points.h"
+#include "files/settings_file.h"
 #include "link/link_state.h"
 #include "link/reply_dispatcher.h"
 #include "link/serial_session.h"
@@ -75,6 +79,10 @@ class Form1 {
   AirflowOutput airflow;
   InjectorAdjust injector;
   DataLog data_log;
+  SettingsFile settings_file;
+  CompareFile compare_file;
+  RestorePoints restore_points;
+  RecentFiles recent_files;
 
   MapState maps;
   EditHistory map_history;
@@ -89,6 +97,9 @@ class Form1 {
   ReplyFanOut replies;
 
  private:
+  // The settings file, its comparison, the recent files and the restore points, tied to the
+  // parts they reach.
+  void wire_files();
   // A status frame's values for the data log and the chart.
   void take_live_row(const LiveRow& row);
 };

@@ -147,6 +147,7 @@ void SerialSession::Command12_Click() {
   for (int r = 1; r <= 16; ++r) request(correction_row_address(r));
   for (int r = 1; r <= 16; ++r)
     for (int half = 0; half < 2; ++half) request(airflow_row_address(r) + 16 * half);
+  if (read_done) read_done();
 }
 
 void SerialSession::Lesen_Click() {
@@ -158,6 +159,7 @@ void SerialSession::Lesen_Click() {
 }
 
 void SerialSession::firmwareupdate_Click() {
+  if (before_firmware) before_firmware();
   if (vars_.connected == 1) {
     vars_.comport = p_.comm.comm_port();
     close_link();

@@ -2,6 +2,7 @@
 // The main window's serial session: finding and connecting the controller, the debug port,
 // the block-read sequences, handing the port to the firmware window, a port that closes by
 // itself, and the link timers.
+#include <functional>
 #include <string>
 
 #include "link/link_state.h"
@@ -36,6 +37,11 @@ class SerialSession {
   void Timer2_Timer();
   void Timer3_Timer();
   void Timer5_Timer();
+
+  // A read of the controller's tune into the window has ended.
+  std::function<void()> read_done;
+  // The firmware window is about to take the port.
+  std::function<void()> before_firmware;
 
   void send_sram_read(int address);
   void send_block_request(int address);

@@ -73,6 +73,7 @@ void Transfers::write_maps() {
 
 void Transfers::Command9_Click() {
   if (!load_type_chosen() || vars_.connected == 0) return;
+  if (before_write) before_write(c_.Command9.caption);
   Painted busy(c_.Command9, kYellow);
   write_settings();
   write_axes();
@@ -87,6 +88,7 @@ void Transfers::Command15_Click() {
 
 void Transfers::Command4_Click(int index) {
   if (!load_type_chosen() || vars_.connected == 0) return;
+  if (before_write) before_write(c_.Command4.at(static_cast<std::size_t>(index)).caption);
   {
     Painted busy(c_.Command4.at(static_cast<std::size_t>(index)), kRed);
     // Map first, then the load axis, the settings last: the controller relies on this order.

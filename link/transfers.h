@@ -2,6 +2,9 @@
 // Bulk transfers to the controller: everything into working memory, the settings only, the
 // reduced EEPROM image, reloading it and making the working memory permanent. Each frame is
 // acknowledged before the next one goes.
+#include <functional>
+#include <string>
+
 #include "link/frames.h"
 #include "link/wire.h"
 #include "shell/form1_controls.h"
@@ -23,6 +26,9 @@ class Transfers {
   void Schreiben_Click();          // menu Write Data: EEPROM write, then reload
 
   static constexpr const char* kNoLoadType = "Keine Lastgröße gewählt!";
+
+  // Runs when a write to the controller is about to start, with the button's caption.
+  std::function<void(const std::string& action)> before_write;
 
  private:
   bool load_type_chosen();

@@ -31,6 +31,19 @@ void enable_voltage_fields(PanelControls& pc, bool on) {
   pc.Combo3.enabled = pc.Label1.enabled = pc.Text1.enabled = pc.clamp_label.enabled = on;
 }
 
+void show_airflow_output(PanelControls& pc, int airflowtype, int aoutmax) {
+  const bool frequency = airflowtype == 0;
+  pc.Frame1[kPanelAirflowOutput].caption = frequency ? kFrequencyOutputCaption : kVoltageOutputCaption;
+  pc.OptionFrequency.value = frequency;
+  pc.OptionAnalog.value = !frequency;
+  if (frequency)
+    pc.Combo3.select(0);
+  else if (airflowtype < pc.Combo3.list_count())
+    pc.Combo3.select(airflowtype);
+  enable_voltage_fields(pc, !frequency);
+  pc.Text1.text = clamp_text(aoutmax);
+}
+
 void AirflowOutput::airflowsettings_Click() {
   Frame& frame = pc_.Frame1[kPanelAirflowOutput];
   frame.visible = !frame.visible;

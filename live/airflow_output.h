@@ -13,6 +13,10 @@ namespace nerit {
 // The input list, its label and the clamp field: usable for voltage output only.
 void enable_voltage_fields(PanelControls& pc, bool on);
 
+// The panel as the settings hold it: the output kind's option and caption, the input entry and
+// the clamp in mV. The values themselves are not re-read from the panel.
+void show_airflow_output(PanelControls& pc, int airflowtype, int aoutmax);
+
 class AirflowOutput {
  public:
   AirflowOutput(PanelControls& pc, ProgramState& vars, Platform& platform, Wire& wire)

@@ -55,17 +55,7 @@ void SettingsPanels::show_block_a(const SettingsBlockA& a) {
   vars_.airflowtype = a.airflowtype;
   vars_.aoutmax = a.aoutmax;
 
-  const bool frequency = a.airflowtype == 0;
-  pc_.Frame1[kPanelAirflowOutput].caption =
-      frequency ? kFrequencyOutputCaption : kVoltageOutputCaption;
-  pc_.OptionFrequency.value = frequency;
-  pc_.OptionAnalog.value = !frequency;
-  if (frequency)
-    pc_.Combo3.select(0);
-  else if (a.airflowtype < pc_.Combo3.list_count())
-    pc_.Combo3.select(a.airflowtype);
-  enable_voltage_fields(pc_, !frequency);
-  pc_.Text1.text = clamp_text(a.aoutmax);
+  show_airflow_output(pc_, a.airflowtype, a.aoutmax);
 
   const bool boost = a.boost_enable == 1;
   pc_.Check3.value = boost ? 1 : 0;

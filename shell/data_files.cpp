@@ -37,4 +37,26 @@ void write_file_bytes(const std::filesystem::path& file, const std::vector<std::
   if (!out) throw FileError("Cannot write " + file.string());
 }
 
+void replace_file_bytes(const std::filesystem::path& file, const std::vector<std::uint8_t>& bytes) {
+  std::filesystem::path temp = file;
+  temp += ".saving";
+  try {
+    {
+      std::ofstream out(temp, std::ios::binary | std::ios::trunc);
+      if (!out) throw FileError("Cannot create " + temp.string());
+      out.write(reinterpret_cast<const char*>(bytes.data()),
+                static_cast<std::streamsize>(bytes.size()));
+      out.flush();
+      if (!out) throw FileError("Cannot write " + temp.string());
+    }
+    std::error_code ec;
+    std::filesystem::rename(temp, file, ec);
+    if (ec) throw FileError("Cannot replace " + file.string() + ": " + ec.message());
+  } catch (...) {
+    std::error_code ignored;
+    std::filesystem::remove(temp, ignored);
+    throw;
+  }
+}
+
 }  // namespace nerit

@@ -17,4 +17,9 @@ std::optional<std::vector<std::uint8_t>> read_file_bytes(const std::filesystem::
 // Replaces the file's contents. FileError when it cannot be written.
 void write_file_bytes(const std::filesystem::path& file, const std::vector<std::uint8_t>& bytes);
 
+// Replaces the file as a whole: the bytes go to a temporary file in the same folder, which is
+// then renamed over the old one, so the file is never left half written. FileError on failure
+// (the old file is untouched and the temporary one removed).
+void replace_file_bytes(const std::filesystem::path& file, const std::vector<std::uint8_t>& bytes);
+
 }  // namespace nerit

@@ -37,6 +37,7 @@ MainWindow::MainWindow(Form1& form, HandlerRunner run, QWidget* parent)
       correction_keys_(f_.edits, MapId::Correction, run_),
       airflow_keys_(f_.edits, MapId::Airflow, run_) {
   build_menus();
+  f_.compare_file.show = [this](const Comparison& c) { comparison_ = show_comparison(c, this); };
 
   auto* central = new QWidget(this);
   auto* outer = new QVBoxLayout(central);
@@ -144,8 +145,16 @@ void MainWindow::build_menus() {
     return menu;
   };
   QMenu* datei = top(m.datei, "datei");
-  add_menu_item(datei, m.laden, "laden");
-  add_menu_item(datei, m.speichern, "speichern");
+  add_menu_item(datei, m.laden, "laden", [this] { f_.settings_file.Laden_Click(); });
+  add_menu_item(datei, m.speichern, "speichern", [this] { f_.settings_file.Speichern_Click(); });
+  datei->addSeparator();
+  add_menu_item(datei, f_.compare_file.compare, "compare", [this] { f_.compare_file.compare_Click(); });
+  datei->addSeparator();
+  for (std::size_t i = 0; i < f_.recent_files.items.size(); ++i) {
+    const QString control = QString("recent(%1)").arg(i);
+    add_menu_item(datei, f_.recent_files.items[i], control.toUtf8().constData(),
+                  [this, i] { f_.recent_files.recent_Click(i); });
+  }
 
   QMenu* controller = top(m.controller, "controller");
   add_menu_item(controller, m.autoconnect, "autoconnect", [this] { f_.session.Command1_Click(); });

@@ -2,6 +2,7 @@
 // The main window (Form1) on screen: menus, link bar, both maps, live values and chart, tuning
 // panels, the log and the data log's status, each widget bound to its control model.
 #include <QMainWindow>
+#include <QPointer>
 #include <QTimer>
 #include <array>
 #include <map>
@@ -10,6 +11,7 @@
 #include "app/form1.h"
 #include "ui/bindings.h"
 #include "ui/cell_editor_box.h"
+#include "ui/compare_dialog.h"
 #include "ui/live_chart_view.h"
 #include "ui/map_command_frame.h"
 #include "ui/map_edit_keys.h"
@@ -95,11 +97,15 @@ class MainWindow : public QMainWindow {
   // Runs when the user closes the window.
   std::function<void()> on_close;
 
+  // The comparison window opened last, while it is open.
+  CompareDialog* comparison() const { return comparison_; }
+
  protected:
   void showEvent(QShowEvent* event) override;
   void closeEvent(QCloseEvent* event) override;
 
  private:
+  QPointer<CompareDialog> comparison_;
   QWidget* build_link_bar();
   QWidget* build_maps();                             // main_window_maps.cpp
   QGroupBox* build_map(QWidget* parent, MapId map);  // main_window_maps.cpp

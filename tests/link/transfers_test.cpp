@@ -69,7 +69,9 @@ TEST_F(TransfersTest, WriteDataToUnitSendsFiftyFourAcknowledgedFrames) {
   EXPECT_EQ(data_of(4), "60 EA 30 75 20 4E 98 3A E0 2E 10 27 7B 21 4C 1D");  // 60000, 30000 ...
   EXPECT_EQ(data_of(6), "FF 01 8F 80 80 80 80 80 80 80 80 80 80 80 80 80");
   EXPECT_EQ(data_of(22), "D4 30 53 00 FA 00 FA 00 FA 00 FA 00 FA 00 FA 00");
-  ASSERT_EQ(f.c.List1.items.size(), 54u);  // one line per acknowledgement
+  // The restore point of the tune being written, then one line per acknowledgement.
+  ASSERT_EQ(f.c.List1.items.size(), 55u);
+  EXPECT_EQ(f.c.List1.items.front().rfind("Restore point: ", 0), 0u);
   EXPECT_EQ(f.c.List1.items.back(), "12:00:00 -> Write SDram @ 0x590");
   EXPECT_EQ(colours, std::vector<Color>(54, kYellow));
   EXPECT_EQ(f.c.Command9.back_color, kButtonFace);

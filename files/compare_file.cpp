@@ -1,0 +1,26 @@
+#include "files/compare_file.h"
+
+#include "files/settings_file.h"
+#include "files/tune_file.h"
+#include "files/tune_window.h"
+
+namespace nerit {
+
+void CompareFile::compare_Click() {
+  if (c_.Combo1.list_index == -1) {
+    p_.dialogs.message_box("Keine Lastgröße gewählt!", MsgButtons::Ok, MsgIcon::Information,
+                           "Fehler");
+    return;
+  }
+  const auto file = p_.dialogs.file_dialog(
+      {FileDialogRequest::Kind::Open, "Compare with file", vars_.pfad, kInjFilter});
+  if (file.empty()) return;
+  Comparison result;
+  result.file = file;
+  result.ours = tune_from_window(c_, vars_);
+  result.theirs = read_tune_file(file);
+  result.diff = compare_tunes(result.ours, result.theirs);
+  if (show) show(result);
+}
+
+}  // namespace nerit
