@@ -14,20 +14,14 @@
 #include <string_view>
 #include <variant>
 
+#include "fuzz/fuzz_check.h"
 #include "link/replies.h"
 
 namespace {
 
 using nerit::kFrameLength;
 
-// Stays on in release builds, unlike assert().
-void check(bool ok, const char* what,
-           const std::source_location where = std::source_location::current()) {
-  if (ok) return;
-  std::fprintf(stderr, "%s:%u: check failed: %s\n", where.file_name(),
-               static_cast<unsigned>(where.line()), what);
-  std::abort();
-}
+using nerit::fuzz::check;
 
 // The ISO 8859-1 bytes a UTF-8 text stands for; nothing when the text is not UTF-8 in shortest
 // form, or holds a character past U+00FF.
