@@ -46,8 +46,8 @@ QTableWidget* map_table(const Tune& ours, const Tune& theirs, const TuneMap<std:
       item->setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable);
       table->setItem(static_cast<int>(r), static_cast<int>(c), item);
     }
-  table->horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
-  table->verticalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
+  table->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
+  table->verticalHeader()->setSectionResizeMode(QHeaderView::Stretch);
   return table;
 }
 
