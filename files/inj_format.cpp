@@ -29,7 +29,8 @@ std::size_t cell_index(int row, int col) {
 Bytes encode_inj(const Tune& t, Bytes b) {
   if (b.size() < kInjSize) b.resize(kInjSize, 0);
   const auto faktor = static_cast<std::uint32_t>(t.rpmfaktor);
-  for (std::size_t i = 0; i < 4; ++i) b[kRpmfaktor + i] = static_cast<std::uint8_t>(faktor >> (8 * i));
+  for (std::size_t i = 0; i < 4; ++i)
+    b[kRpmfaktor + i] = static_cast<std::uint8_t>(faktor >> (8 * i));
 
   b[16] = t.load_type;
   b[17] = t.drucksensor;
@@ -75,7 +76,8 @@ Tune decode_inj(const Bytes& b) {
                          " bytes; a settings file has " + std::to_string(kInjSize) + ".");
   Tune t;
   std::uint32_t faktor = 0;
-  for (std::size_t i = 0; i < 4; ++i) faktor |= static_cast<std::uint32_t>(b[kRpmfaktor + i]) << (8 * i);
+  for (std::size_t i = 0; i < 4; ++i)
+    faktor |= static_cast<std::uint32_t>(b[kRpmfaktor + i]) << (8 * i);
   t.rpmfaktor = static_cast<std::int32_t>(faktor);
 
   t.load_type = b[16];

@@ -23,8 +23,8 @@ bool is_restore_point(const std::filesystem::path& file) {
 std::string RestorePoints::stamp() const {
   const DateTime t = p_.clock.now();
   char text[32];
-  std::snprintf(text, sizeof text, "%04d-%02d-%02d_%02d-%02d-%02d", t.year, t.month, t.day,
-                t.hour, t.minute, t.second);
+  std::snprintf(text, sizeof text, "%04d-%02d-%02d_%02d-%02d-%02d", t.year, t.month, t.day, t.hour,
+                t.minute, t.second);
   return text;
 }
 
@@ -41,7 +41,8 @@ void RestorePoints::remember_read() {
 
 void RestorePoints::before_write(const std::string& action) {
   if (last_read_) keep(*last_read_, action, "read");
-  if (!unreadable_.empty()) c_.List1.add_item("Restore point of the read tune not saved: " + unreadable_);
+  if (!unreadable_.empty())
+    c_.List1.add_item("Restore point of the read tune not saved: " + unreadable_);
   try {
     keep(tune_from_window(c_, vars_), action, "written");
   } catch (const ProgramError& e) {

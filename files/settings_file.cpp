@@ -15,7 +15,9 @@ namespace nerit {
 
 namespace {
 
-std::string num(double x) { return number_text(x); }
+std::string num(double x) {
+  return number_text(x);
+}
 
 FileDialogRequest inj_dialog(FileDialogRequest::Kind kind, const std::filesystem::path& pfad) {
   return {kind, kind == FileDialogRequest::Kind::Save ? "Save" : "Open", pfad, kInjFilter};
@@ -24,8 +26,7 @@ FileDialogRequest inj_dialog(FileDialogRequest::Kind kind, const std::filesystem
 // The "Start / kPa:" field after a load: the pressure the table gives for the raw start
 // value; a value past the table's 401 entries leaves the field as it is.
 void show_boost_start(TextBox& field, const PressureTable& table, int raw) {
-  if (raw < static_cast<int>(table.size()))
-    field.text = num(table[static_cast<std::size_t>(raw)]);
+  if (raw < static_cast<int>(table.size())) field.text = num(table[static_cast<std::size_t>(raw)]);
 }
 
 }  // namespace

@@ -28,7 +28,7 @@ struct Tune {
   std::uint8_t seq_faktor = 0;
   std::array<std::int16_t, kTuneMapSize> rpm_headings{};   // columns 1..16
   std::array<std::int16_t, kTuneMapSize> load_headings{};  // rows 1..16
-  TuneMap<std::int16_t> correction{};  // percent, -100..155
+  TuneMap<std::int16_t> correction{};                      // percent, -100..155
   TuneMap<std::int16_t> airflow{};
 
   bool operator==(const Tune&) const = default;

@@ -15,9 +15,9 @@ struct SettingDifference {
 };
 
 struct MapComparison {
-  int changed = 0;         // cells that differ
-  int largest = 0;         // largest absolute change
-  int largest_row = 0;     // 1-based cell of the largest change, 0 when none differs
+  int changed = 0;      // cells that differ
+  int largest = 0;      // largest absolute change
+  int largest_row = 0;  // 1-based cell of the largest change, 0 when none differs
   int largest_col = 0;
   TuneMap<bool> differs{};  // [row][col], 0-based
 };

@@ -33,7 +33,8 @@ void enable_voltage_fields(PanelControls& pc, bool on) {
 
 void show_airflow_output(PanelControls& pc, int airflowtype, int aoutmax) {
   const bool frequency = airflowtype == 0;
-  pc.Frame1[kPanelAirflowOutput].caption = frequency ? kFrequencyOutputCaption : kVoltageOutputCaption;
+  pc.Frame1[kPanelAirflowOutput].caption =
+      frequency ? kFrequencyOutputCaption : kVoltageOutputCaption;
   pc.OptionFrequency.value = frequency;
   pc.OptionAnalog.value = !frequency;
   if (frequency)

@@ -77,12 +77,13 @@ CompareDialog::CompareDialog(const Comparison& cmp, QWidget* parent) : QDialog(p
   auto* layout = new QVBoxLayout(this);
 
   QStringList lines;
-  for (const std::string& line : comparison_summary(cmp.diff)) lines << QString::fromStdString(line);
+  for (const std::string& line : comparison_summary(cmp.diff))
+    lines << QString::fromStdString(line);
   const int map_lines = 2;
-  auto* summary = new QLabel(
-      (cmp.diff.same() ? QString("The window and %1 hold the same tune.").arg(file)
-                       : QString("Window → %1").arg(file)) +
-      "\n" + lines.mid(0, map_lines).join("\n"));
+  auto* summary =
+      new QLabel((cmp.diff.same() ? QString("The window and %1 hold the same tune.").arg(file)
+                                  : QString("Window → %1").arg(file)) +
+                 "\n" + lines.mid(0, map_lines).join("\n"));
   name_widget(summary, "Summary", "summary");
   layout->addWidget(summary);
 

@@ -9,7 +9,9 @@
 namespace nerit::testing {
 namespace {
 
-Tune golden_tune() { return decode_inj(InjGolden().bytes); }
+Tune golden_tune() {
+  return decode_inj(InjGolden().bytes);
+}
 
 TEST(InjFormat, DecodesEveryFieldOfAPositionedFile) {
   const Tune t = golden_tune();
@@ -98,8 +100,9 @@ TEST(InjFormat, ACorrectionCellAbove155IsRefusedNamingTheCell) {
     encode_inj(t);
     FAIL() << "no error";
   } catch (const InjFormatError& e) {
-    EXPECT_STREQ(e.what(),
-                 "Correction map row 3, column 7: 156 cannot be stored (the file takes -100 to 155).");
+    EXPECT_STREQ(
+        e.what(),
+        "Correction map row 3, column 7: 156 cannot be stored (the file takes -100 to 155).");
   }
 }
 

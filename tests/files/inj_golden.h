@@ -12,12 +12,14 @@ struct InjGolden {
 
   void put(std::size_t offset, std::size_t size, long value) {
     for (std::size_t i = 0; i < size; ++i)
-      bytes.at(offset + i) = static_cast<std::uint8_t>((static_cast<unsigned long>(value) >> (8 * i)) & 0xFF);
+      bytes.at(offset + i) =
+          static_cast<std::uint8_t>((static_cast<unsigned long>(value) >> (8 * i)) & 0xFF);
   }
 
   static constexpr int kRpm[16] = {500,  1000, 1500, 2000, 2500, 3000, 3500, 4000,
                                    4500, 5000, 5500, 6000, 6500, 7000, 7500, 8000};
-  static constexpr int kTpsLoad[16] = {0, 6, 13, 20, 26, 33, 40, 46, 53, 60, 66, 73, 80, 86, 93, 100};
+  static constexpr int kTpsLoad[16] = {0,  6,  13, 20, 26, 33, 40, 46,
+                                       53, 60, 66, 73, 80, 86, 93, 100};
   static int correction(int r, int c) { return (r * 7 + c * 3) % 60 - 20; }  // -20..39
   static int airflow(int r, int c) { return 20 + 100 * r + 3 * c; }
 

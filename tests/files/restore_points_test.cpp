@@ -68,9 +68,9 @@ TEST_F(RestorePointsTest, WriteDataWithoutAReadKeepsOnlyTheWrittenTune) {
 TEST_F(RestorePointsTest, TheLogNamesEachRestorePointFirst) {
   f.transfers.Command9_Click();
   ASSERT_FALSE(f.c.List1.items.empty());
-  EXPECT_EQ(f.c.List1.items[0],
-            "Restore point: " +
-                backup("2026-11-15_12-00-00_Write Data to Unit_written.inj").string());
+  EXPECT_EQ(
+      f.c.List1.items[0],
+      "Restore point: " + backup("2026-11-15_12-00-00_Write Data to Unit_written.inj").string());
 }
 
 TEST_F(RestorePointsTest, AfterAReadTheReadTuneIsKeptBesideTheWrittenOne) {
@@ -124,9 +124,15 @@ TEST_F(RestorePointsTest, OnlyTheNewestFiftyAreKept) {
   const Strings names = backups();
   EXPECT_EQ(names.size(), before);  // one new restore point, the oldest gone
   EXPECT_EQ(std::count(names.begin(), names.end(), "notes.txt"), 1);
-  EXPECT_EQ(std::count(names.begin(), names.end(), "2026-10-01_08-00-00_Write Data to Unit_written.inj"), 0);
-  EXPECT_EQ(std::count(names.begin(), names.end(), "2026-10-01_09-00-00_Write Data to Unit_written.inj"), 1);
-  EXPECT_EQ(std::count(names.begin(), names.end(), "2026-11-15_12-00-00_Write Data to Unit_written.inj"), 1);
+  EXPECT_EQ(
+      std::count(names.begin(), names.end(), "2026-10-01_08-00-00_Write Data to Unit_written.inj"),
+      0);
+  EXPECT_EQ(
+      std::count(names.begin(), names.end(), "2026-10-01_09-00-00_Write Data to Unit_written.inj"),
+      1);
+  EXPECT_EQ(
+      std::count(names.begin(), names.end(), "2026-11-15_12-00-00_Write Data to Unit_written.inj"),
+      1);
 }
 
 TEST_F(RestorePointsTest, AFolderThatCannotBeCreatedIsLoggedAndTheWriteGoesOn) {

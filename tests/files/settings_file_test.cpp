@@ -74,12 +74,12 @@ TEST_F(SettingsFileTest, ACancelledDialogChangesNothing) {
 TEST_F(SettingsFileTest, ALoadWritesItsSummaryToTheLog) {
   f.c.List1.add_item("old line");
   load(golden_file);
-  EXPECT_EQ(f.c.List1.items, (Strings{"Load File: " + golden_file.string(), "Input: TPS / %",
-                                      "Pressure Sensor: MPX4250", "TPS min / max: 25 / 230",
-                                      "Injoffset in / out: 1000 / 750",
-                                      "Injsize alt / neu: 440 / 550", "Boostcontroll: 1",
-                                      "Boost Start: 110 kPa", "Boost Set: 50 %",
-                                      "Anzahl Zylinder : #4", "Injchannels : #15"}));
+  EXPECT_EQ(
+      f.c.List1.items,
+      (Strings{"Load File: " + golden_file.string(), "Input: TPS / %", "Pressure Sensor: MPX4250",
+               "TPS min / max: 25 / 230", "Injoffset in / out: 1000 / 750",
+               "Injsize alt / neu: 440 / 550", "Boostcontroll: 1", "Boost Start: 110 kPa",
+               "Boost Set: 50 %", "Anzahl Zylinder : #4", "Injchannels : #15"}));
 }
 
 TEST_F(SettingsFileTest, ASensorOtherThan1AddsNoSensorLine) {
@@ -87,7 +87,8 @@ TEST_F(SettingsFileTest, ASensorOtherThan1AddsNoSensorLine) {
   g.put(17, 1, 2);
   write_file_bytes(golden_file, g.bytes);
   load(golden_file);
-  for (const auto& line : f.c.List1.items) EXPECT_EQ(line.find("Pressure Sensor"), std::string::npos);
+  for (const auto& line : f.c.List1.items)
+    EXPECT_EQ(line.find("Pressure Sensor"), std::string::npos);
   EXPECT_EQ(f.vars.drucksensor, 2);
 }
 

@@ -15,7 +15,9 @@ namespace {
 
 using Strings = std::vector<std::string>;
 
-Tune golden() { return decode_inj(InjGolden().bytes); }
+Tune golden() {
+  return decode_inj(InjGolden().bytes);
+}
 
 TEST(TuneCompare, TheSameTuneHasNoDifference) {
   EXPECT_TRUE(compare_tunes(golden(), golden()).same());
@@ -36,7 +38,8 @@ TEST(TuneCompare, CellsAreCountedWithTheLargestChangeAndItsCell) {
   EXPECT_FALSE(c.correction.differs[4][8]);
   EXPECT_EQ(comparison_summary(c)[0],
             "Correction map: 2 cells differ, largest change 12 (row 5, column 10)");
-  EXPECT_EQ(comparison_summary(c)[1], "Airflow map: 1 cell differs, largest change 1 (row 16, column 1)");
+  EXPECT_EQ(comparison_summary(c)[1],
+            "Airflow map: 1 cell differs, largest change 1 (row 16, column 1)");
 }
 
 TEST(TuneCompare, SettingsAndHeadingsThatDifferAreListedWithBothValues) {

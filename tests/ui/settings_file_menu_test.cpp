@@ -57,10 +57,10 @@ TEST_F(DateiMenuTest, CompareOpensAWindowWithTheDifferingCellMarked) {
   ASSERT_NE(dialog, nullptr);
   EXPECT_TRUE(dialog->isVisible());
   EXPECT_EQ(dialog->windowTitle(), "Compare with tune.inj");
-  const QString expected =
-      QString("42 → %1").arg(testing::InjGolden::correction(1, 2));
+  const QString expected = QString("42 → %1").arg(testing::InjGolden::correction(1, 2));
   EXPECT_EQ(dialog->correction->item(1, 2)->text(), expected);
-  EXPECT_NE(dialog->correction->item(1, 2)->background(), dialog->correction->item(1, 1)->background());
+  EXPECT_NE(dialog->correction->item(1, 2)->background(),
+            dialog->correction->item(1, 1)->background());
   EXPECT_EQ(dialog->settings->rowCount(), 0);
   EXPECT_EQ(c().MSFlexGrid2.text(2, 3), "42");  // the window keeps its value
 }
@@ -72,8 +72,9 @@ TEST_F(DateiMenuTest, TheComparisonWindowsWidgetsCarryTheirNames) {
   trigger("Compare with file…");
   CompareDialog* dialog = app->main_window().comparison();
   ASSERT_NE(dialog, nullptr);
-  for (QWidget* w : {static_cast<QWidget*>(dialog->correction), static_cast<QWidget*>(dialog->airflow),
-                     static_cast<QWidget*>(dialog->settings)}) {
+  for (QWidget* w :
+       {static_cast<QWidget*>(dialog->correction), static_cast<QWidget*>(dialog->airflow),
+        static_cast<QWidget*>(dialog->settings)}) {
     EXPECT_FALSE(w->accessibleName().isEmpty());
     EXPECT_FALSE(w->accessibleDescription().isEmpty());
   }
