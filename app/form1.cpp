@@ -53,7 +53,6 @@ void Form1::wire_files() {
   settings_file.used = [this](const std::filesystem::path& file) { recent_files.add(file); };
   recent_files.open = [this](const std::filesystem::path& file) { settings_file.load(file); };
   session.read_done = [this] { restore_points.remember_read(); };
-  session.before_firmware = [this] { restore_points.before_firmware(); };
   transfers.before_write = [this](const std::string& action) {
     restore_points.before_write(action);
   };
@@ -80,15 +79,19 @@ void Form1::Form_Load() {
 
 Program::Program(Platform& platform, std::filesystem::path program_folder)
     : form1(platform, std::move(program_folder)),
+      form2(platform, form1.vars),
       form3(platform, form1.vars, form1.shell, form1.wire, form1.panel_controls.Slider1),
       form4(platform.windows),
       form5(form1.c.MSFlexGrid2) {
   form4.Timer1.on_tick = [this] { form4.Timer1_Timer(); };
   form4.Timer1.attach(&platform.timers);
+  platform.windows.unload_handlers[FormId::Form2] = [this] { form2.Form_Unload(); };
   platform.windows.unload_handlers[FormId::Form3] = [this] { form3.Form_Unload(); };
+  form2.before_update = [this] { form1.restore_points.before_firmware(); };
 }
 
 Program::~Program() {
+  form1.platform.windows.unload_handlers.erase(FormId::Form2);
   form1.platform.windows.unload_handlers.erase(FormId::Form3);
 }
 

@@ -36,6 +36,7 @@
 #include "maps/map_controls.h"
 #include "maps/map_row_writer.h"
 #include "maps/map_state.h"
+#include "firmware/form2.h"
 #include "setup/form3.h"
 #include "shell/form1_controls.h"
 #include "shell/form1_shell.h"
@@ -113,6 +114,7 @@ class Program {
   Program& operator=(const Program&) = delete;
 
   Form1 form1;
+  Form2 form2;
   Form3 form3;
   Form4 form4;
   Form5 form5;

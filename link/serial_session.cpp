@@ -159,7 +159,6 @@ void SerialSession::Lesen_Click() {
 }
 
 void SerialSession::firmwareupdate_Click() {
-  if (before_firmware) before_firmware();
   if (vars_.connected == 1) {
     vars_.comport = p_.comm.comm_port();
     close_link();

@@ -40,8 +40,6 @@ class SerialSession {
 
   // A read of the controller's tune into the window has ended.
   std::function<void()> read_done;
-  // The firmware window is about to take the port.
-  std::function<void()> before_firmware;
 
   void send_sram_read(int address);
   void send_block_request(int address);

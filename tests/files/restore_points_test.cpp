@@ -143,16 +143,16 @@ TEST_F(RestorePointsTest, AFolderThatCannotBeCreatedIsLoggedAndTheWriteGoesOn) {
   EXPECT_GT(peer.frames.size(), 50u);  // the whole write went out
 }
 
-TEST_F(RestorePointsTest, TheFirmwareWindowKeepsTheTuneReadLast) {
+TEST_F(RestorePointsTest, AFirmwareUpdateKeepsTheTuneReadLast) {
   read_controller();
-  f.session.firmwareupdate_Click();
+  program.form2.before_update();
   const Strings names = backups();
   ASSERT_EQ(names.size(), 1u);
   EXPECT_NE(names[0].find("_Firmwareupdate_read.inj"), std::string::npos);
 }
 
-TEST_F(RestorePointsTest, TheFirmwareWindowWithoutAReadKeepsNothing) {
-  f.session.firmwareupdate_Click();
+TEST_F(RestorePointsTest, AFirmwareUpdateWithoutAReadKeepsNothing) {
+  program.form2.before_update();
   EXPECT_TRUE(backups().empty());
 }
 
