@@ -7,6 +7,8 @@
 #include <system_error>
 #include <vector>
 
+#include "sim/atomic_file.h"
+
 namespace nerit::sim {
 
 namespace {
@@ -41,31 +43,11 @@ std::optional<ControllerMemory> load_state_file(const std::string& path, std::st
 }
 
 bool save_state_file(const std::string& path, const ControllerMemory& memory, std::string& error) {
-  error.clear();
-  const std::string temporary = path + ".tmp";
-  {
-    std::ofstream out(temporary, std::ios::binary | std::ios::trunc);
-    if (!out) {
-      error = "cannot create " + temporary;
-      return false;
-    }
-    out.write(kMagic, kMagicSize);
-    for (const auto* window : {&memory.ram, &memory.eeprom}) {
-      out.write(reinterpret_cast<const char*>(window->bytes().data()),
-                static_cast<std::streamsize>(window->size()));
-    }
-    if (!out.flush()) {
-      error = "cannot write " + temporary;
-      return false;
-    }
+  std::string content(kMagic, kMagicSize);
+  for (const auto* window : {&memory.ram, &memory.eeprom}) {
+    content.append(window->bytes().begin(), window->bytes().end());
   }
-  std::error_code ec;
-  std::filesystem::rename(temporary, path, ec);
-  if (ec) {
-    error = "cannot replace " + path + ": " + ec.message();
-    return false;
-  }
-  return true;
+  return replace_file(path, content, error);
 }
 
 }  // namespace nerit::sim
