@@ -8,9 +8,9 @@
 
 #include "shell/errors.h"
 #include "shell/fault_boundary.h"
+#include "ui/form2_window.h"
 #include "ui/form3_window.h"
 #include "ui/form5_window.h"
-#include "ui/form_windows.h"
 #include "ui/splash_window.h"
 
 namespace nerit::ui {
@@ -42,7 +42,7 @@ Application::Application(Options options)
   };
   windows_.factories[FormId::Form3] = [this] { return new Form3Window(program_->form3, runner()); };
   windows_.run = runner();
-  windows_.factories[FormId::Form2] = [] { return make_empty_form("Firmwareupdate", {420, 220}); };
+  windows_.factories[FormId::Form2] = [this] { return new Form2Window(program_->form2, runner()); };
   windows_.factories[FormId::Form5] = [this] { return new Form5Window(program_->form5, runner()); };
   windows_.on_end = [this] { end_program(); };
 
@@ -130,6 +130,7 @@ void Application::refresh(bool paced) {
   stale_ = false;
   const bool waiting = main_ && main_->refresh(paced);
   if (auto* base = dynamic_cast<Form3Window*>(windows_.widget(FormId::Form3))) base->refresh();
+  if (auto* flash = dynamic_cast<Form2Window*>(windows_.widget(FormId::Form2))) flash->refresh();
   if (auto* graph = dynamic_cast<Form5Window*>(windows_.widget(FormId::Form5))) graph->refresh();
   if (waiting) {
     stale_ = true;  // the rest follows in a later turn
