@@ -80,6 +80,7 @@ bool apply(CommandLine& cl, std::string_view flag, std::string_view value) {
     o.firmware.resize(16, ' ');
     return true;
   }
+  if (flag == "--block-programming-ms") return ms(o.block_programming_ms);
   if (flag == "--drop") return parse_numbers(value, f.drop_replies);
   if (flag == "--garbage") return parse_hex(value, f.garbage);
   if (flag == "--garbage-on") return parse_numbers(value, f.garbage_replies);
@@ -149,8 +150,10 @@ std::string usage_text() {
          "  --state FILE             keep the permanent state in FILE across runs\n"
          "  --firmware TEXT          firmware text, 16 characters\n"
          "  --demo                   start from the demo tune (shaped correction map, boost on)\n"
-         "  --boot-loader            start in the boot loader\n"
-         "faults (replies are counted from 1):\n"
+         "  --boot-loader            start in the boot loader, waiting silently for an image\n"
+         "  --block-programming-ms MS\n"
+         "                           boot loader: from a block's last byte to its 0x06 (5)\n"
+         "faults (replies are counted from 1; each boot loader byte 0x05/0x06/0x07 is one):\n"
          "  --drop N[,N...]          never send these replies\n"
          "  --garbage HEX            send these bytes before reply frames\n"
          "  --garbage-on N[,N...]    ... only before these replies\n"

@@ -140,16 +140,17 @@ void Controller::take_byte(double now_ms, std::uint8_t byte) {
     for (const CommandFrame& f : reader_.push(now_ms, byte)) handle(now_ms, f);
     return;
   }
+  const std::string ack(1, static_cast<char>(BootLoader::kBlockReceived));
   switch (boot_.push(byte)) {
     case BootLoader::Step::kNone:
       break;
     case BootLoader::Step::kBlockDone:
-      reply(now_ms, std::string(1, BootLoader::kBlockReceived), Kind::kReplyByte);
+      reply(now_ms, ack, Kind::kReplyByte, options_.block_programming_ms);
       break;
     case BootLoader::Step::kImageDone:
-      reply(now_ms, std::string(1, BootLoader::kBlockReceived), Kind::kReplyByte);
-      reply(now_ms, std::string(1, BootLoader::kFinished), Kind::kReplyByte,
-            BootLoader::kProgrammingMs);
+      reply(now_ms, ack, Kind::kReplyByte, options_.block_programming_ms);
+      reply(now_ms, std::string(1, static_cast<char>(BootLoader::kFinished)), Kind::kReplyByte,
+            options_.block_programming_ms + BootLoader::kProgrammingMs);
       // The new firmware starts from the permanent state, like after power-up.
       memory_ = permanent_;
       manual_adjust_ = 128;
@@ -205,7 +206,7 @@ void Controller::handle(double now_ms, const CommandFrame& f) {
       set_stream(now_ms, 0);
       reader_.reset();
       boot_.start();
-      reply(now_ms, std::string(1, BootLoader::kReady), Kind::kReplyByte);
+      reply(now_ms, std::string(1, static_cast<char>(BootLoader::kReady)), Kind::kReplyByte);
       break;
     default:
       break;

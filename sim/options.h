@@ -10,7 +10,10 @@
 namespace nerit::sim {
 
 // Replies are numbered from 1 in the order the controller produces them; status frames and
-// debug lines are not replies.
+// debug lines are not replies. Each byte of the boot loader is one reply: the 0x05 that
+// answers the start request, each block's 0x06 and the closing 0x07, which comes after the
+// last block's 0x06. A loader started waiting sends no 0x05, so its first 0x06 is reply 1.
+// Garbage and chunks touch reply frames only, never the loader's bytes.
 struct Faults {
   std::set<int> drop_replies;            // these replies are never sent
   std::string garbage;                   // bytes sent just before a reply frame
@@ -31,9 +34,10 @@ struct Options {
   double frame_timeout_ms = 100;  // a partial command frame is given up after this silence
   std::optional<double> hold_engine_at_ms;  // the engine stays where it is at that time
   std::string firmware = kDefaultFirmware;
-  std::string state_file;  // keeps the permanent state across runs; empty: none
-  bool demo_tune = false;  // starts from demo_tune() unless the state file holds a tune
-  bool start_in_boot_loader = false;
+  std::string state_file;             // keeps the permanent state across runs; empty: none
+  bool demo_tune = false;             // starts from demo_tune() unless the state file holds a tune
+  bool start_in_boot_loader = false;  // waits for an image and sends nothing until bytes come
+  double block_programming_ms = 5;    // from a block's last byte to its 0x06
   Faults faults;
 };
 

@@ -1,5 +1,4 @@
-// Answers to each command code, checked byte for byte against the memory they touch, and a
-// firmware update through the boot loader.
+// Answers to each command code, checked byte for byte against the memory they touch.
 #include <gtest/gtest.h>
 #include <unistd.h>
 
@@ -135,41 +134,6 @@ TEST(SimPermanent, MakePermanentAnswersWithFlagOneAndOnlyThatSurvivesARestart) {
   EXPECT_NE(foreign.state_error(), "");
   EXPECT_EQ(foreign.working_memory(), Controller().working_memory());
   std::filesystem::remove(path);
-}
-
-TEST(SimBootLoader, UpdateIsAcknowledgedBlockByBlockAndEndsWithARestart) {
-  Controller c;
-  c.receive(0, command(0x0B, 0x02A0, Block{1, 2, 3}) + test::stream_on(1));
-  c.receive(10, command(0x04));
-  EXPECT_EQ(c.poll(10).back(), (Emission{10, "\x05"}));
-
-  std::string image(1016 * 128, '\xFF');
-  for (std::size_t i = 0; i < 1000; ++i) image[i] = static_cast<char>(i * 7);
-  // A block's acknowledgement comes with its last byte, not before.
-  c.receive(20, image.substr(0, 127));
-  EXPECT_TRUE(c.poll(20).empty());
-  c.receive(21, image.substr(127, 1));
-  EXPECT_EQ(c.poll(21), (std::vector<Emission>{{21, "\x06"}}));
-  double t = 22;
-  for (std::size_t at = 128; at < image.size(); at += 128, t += 1) {
-    c.receive(t, image.substr(at, 128));
-    ASSERT_EQ(c.poll(t), (std::vector<Emission>{{t, "\x06"}})) << at;
-  }
-  EXPECT_TRUE(c.poll(t - 1 + 99).empty());
-  EXPECT_EQ(c.poll(t - 1 + 100), (std::vector<Emission>{{t - 1 + 100, "\x07"}}));
-  EXPECT_EQ(c.boot_loader().images_flashed(), 1);
-  EXPECT_EQ(c.boot_loader().flashed_image(), std::vector<std::uint8_t>(image.begin(), image.end()));
-
-  // Restarted from the permanent state: the unsaved write is gone, commands work again.
-  EXPECT_EQ(c.working_memory().at(0x02A0), 128);
-  c.receive(2000, command(0x05));
-  EXPECT_EQ(test::byte_at(c.poll(2000).at(0).bytes, 1), 0xFD);
-
-  // Started in the boot loader: takes an image without a start request.
-  Controller r(test::with([](Options& o) { o.start_in_boot_loader = true; }));
-  r.receive(0, command(0x05) + std::string(106, '\0'));  // 128 bytes of image
-  EXPECT_EQ(r.poll(0), (std::vector<Emission>{{0, "\x06"}}));
-  EXPECT_TRUE(r.frames_received().empty());
 }
 
 }  // namespace

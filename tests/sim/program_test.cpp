@@ -141,5 +141,21 @@ TEST(SimCommandLine, DemoAsksForTheDemoTuneAndTheHelpListsIt) {
   EXPECT_NE(usage_text().find("\n  --demo "), std::string::npos);
 }
 
+TEST(SimCommandLine, TakesTheBlockProgrammingTimeAndTheHelpListsIt) {
+  std::string error;
+  const auto plain = parse_command_line({}, error);
+  ASSERT_TRUE(plain);
+  EXPECT_EQ(plain->options.block_programming_ms, 5);
+
+  const auto cl = parse_command_line({"--block-programming-ms", "7.5"}, error);
+  ASSERT_TRUE(cl) << error;
+  EXPECT_EQ(cl->options.block_programming_ms, 7.5);
+  for (const char* bad : {"-1", "x"}) {
+    EXPECT_FALSE(parse_command_line({"--block-programming-ms", bad}, error)) << bad;
+  }
+
+  EXPECT_NE(usage_text().find("\n  --block-programming-ms MS\n"), std::string::npos);
+}
+
 }  // namespace
 }  // namespace nerit::sim
