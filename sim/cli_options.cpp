@@ -81,6 +81,10 @@ bool apply(CommandLine& cl, std::string_view flag, std::string_view value) {
     return true;
   }
   if (flag == "--block-programming-ms") return ms(o.block_programming_ms);
+  if (flag == "--flash-image") {
+    o.flash_image_file = value;
+    return !value.empty();
+  }
   if (flag == "--drop") return parse_numbers(value, f.drop_replies);
   if (flag == "--garbage") return parse_hex(value, f.garbage);
   if (flag == "--garbage-on") return parse_numbers(value, f.garbage_replies);
@@ -153,6 +157,7 @@ std::string usage_text() {
          "  --boot-loader            start in the boot loader, waiting silently for an image\n"
          "  --block-programming-ms MS\n"
          "                           boot loader: from a block's last byte to its 0x06 (5)\n"
+         "  --flash-image FILE       boot loader: write each image received in full to FILE\n"
          "faults (replies are counted from 1; each boot loader byte 0x05/0x06/0x07 is one):\n"
          "  --drop N[,N...]          never send these replies\n"
          "  --garbage HEX            send these bytes before reply frames\n"

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "sim/atomic_file.h"
 #include "sim/default_tune.h"
 #include "sim/eeprom_copy.h"
 #include "sim/engine_model.h"
@@ -151,11 +152,19 @@ void Controller::take_byte(double now_ms, std::uint8_t byte) {
       reply(now_ms, ack, Kind::kReplyByte, options_.block_programming_ms);
       reply(now_ms, std::string(1, static_cast<char>(BootLoader::kFinished)), Kind::kReplyByte,
             options_.block_programming_ms + BootLoader::kProgrammingMs);
+      keep_image();
       // The new firmware starts from the permanent state, like after power-up.
       memory_ = permanent_;
       manual_adjust_ = 128;
       break;
   }
+}
+
+void Controller::keep_image() {
+  if (options_.flash_image_file.empty()) return;
+  const std::vector<std::uint8_t>& image = boot_.flashed_image();
+  const std::string_view bytes(reinterpret_cast<const char*>(image.data()), image.size());
+  replace_file(options_.flash_image_file, bytes, image_file_error_);
 }
 
 void Controller::handle(double now_ms, const CommandFrame& f) {

@@ -49,6 +49,8 @@ class Controller {
   const BootLoader& boot_loader() const { return boot_; }
   // The last problem with the state file, empty when there was none.
   const std::string& state_error() const { return state_error_; }
+  // The last problem writing Options::flash_image_file, empty when there was none.
+  const std::string& image_file_error() const { return image_file_error_; }
 
  private:
   enum class Kind { kReplyFrame, kReplyByte, kStatusFrame, kDebugLine };
@@ -69,6 +71,7 @@ class Controller {
   void handle(double now_ms, const CommandFrame& frame);
   void set_stream(double now_ms, std::uint8_t mode);
   void make_permanent();
+  void keep_image();
   void reply(double now_ms, std::string bytes, Kind kind = Kind::kReplyFrame, double extra_ms = 0);
 
   Options options_;
@@ -89,6 +92,7 @@ class Controller {
   double now_ms_ = 0;
   std::vector<ReceivedFrame> received_;
   std::string state_error_;
+  std::string image_file_error_;
 };
 
 }  // namespace nerit::sim

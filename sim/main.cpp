@@ -28,6 +28,13 @@ void install_handlers() {
   sigaction(SIGTERM, &sa, nullptr);
 }
 
+// Prints a problem once, when it first differs from the one printed before.
+void report_change(std::string& reported, const std::string& now) {
+  if (now == reported) return;
+  reported = now;
+  if (!now.empty()) std::fprintf(stderr, "nerit-sim: %s\n", now.c_str());
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -60,13 +67,20 @@ int main(int argc, char** argv) {
   std::printf("%s\n", server.slave_path().c_str());
   std::fflush(stdout);
 
-  std::string reported_error;
+  std::string reported_state_error;
+  std::string reported_image_error;
+  int reported_images = 0;
   // The bound on each wait keeps a signal that lands just before poll() from being missed long.
   while (!g_stop && server.pump(100)) {
-    const std::string& state_error = server.controller().state_error();
-    if (state_error != reported_error) {
-      reported_error = state_error;
-      if (!state_error.empty()) std::fprintf(stderr, "nerit-sim: %s\n", state_error.c_str());
+    const Controller& controller = server.controller();
+    report_change(reported_state_error, controller.state_error());
+    report_change(reported_image_error, controller.image_file_error());
+    if (controller.boot_loader().images_flashed() != reported_images) {
+      reported_images = controller.boot_loader().images_flashed();
+      const std::string& file = cl->options.flash_image_file;
+      const bool kept = !file.empty() && controller.image_file_error().empty();
+      std::fprintf(stderr, "nerit-sim: firmware image %d received%s%s\n", reported_images,
+                   kept ? ", written to " : "", kept ? file.c_str() : "");
     }
   }
   if (server.controller().vanished()) std::fprintf(stderr, "nerit-sim: line closed\n");

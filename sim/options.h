@@ -38,6 +38,7 @@ struct Options {
   bool demo_tune = false;             // starts from demo_tune() unless the state file holds a tune
   bool start_in_boot_loader = false;  // waits for an image and sends nothing until bytes come
   double block_programming_ms = 5;    // from a block's last byte to its 0x06
+  std::string flash_image_file;       // each image received in full goes here; empty: none
   Faults faults;
 };
 

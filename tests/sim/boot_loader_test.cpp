@@ -1,9 +1,13 @@
-// Firmware updates through the boot loader on the virtual clock: the bytes it stores, the
-// answers it sends and when, and the faults on its line.
+// Firmware updates through the boot loader on the virtual clock: the bytes it stores and keeps
+// in the image file, the answers it sends and when, and the faults on its line.
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include <cstddef>
 #include <cstdint>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
 #include <optional>
 #include <string>
 #include <vector>
@@ -38,6 +42,11 @@ std::vector<std::uint8_t> as_vector(const std::string& s) {
   return {s.begin(), s.end()};
 }
 
+std::vector<std::uint8_t> read_file(const std::filesystem::path& path) {
+  std::ifstream in(path, std::ios::binary);
+  return {std::istreambuf_iterator<char>(in), {}};
+}
+
 // When each 0x06 arrived.
 std::vector<double> acknowledgement_times(const std::vector<Emission>& heard) {
   std::vector<double> times;
@@ -49,7 +58,16 @@ std::vector<double> acknowledgement_times(const std::vector<Emission>& heard) {
 
 class SimBootLoader : public ::testing::Test {
  protected:
-  SimBootLoader() { options.paced = true; }
+  SimBootLoader() {
+    options.paced = true;
+    image_path = std::filesystem::temp_directory_path() /
+                 ("nerit_sim_image_" + std::to_string(::getpid()) + "_" +
+                  ::testing::UnitTest::GetInstance()->current_test_info()->name() + ".bin");
+  }
+  ~SimBootLoader() override {
+    std::filesystem::remove(image_path);
+    std::filesystem::remove(image_path.string() + ".tmp");
+  }
 
   // The controller as `options` make it, and the updater on its line.
   void power_up() {
@@ -75,6 +93,7 @@ class SimBootLoader : public ::testing::Test {
   }
 
   Options options;
+  std::filesystem::path image_path;
   std::optional<Controller> controller;
   std::optional<ImageUpdater> updater;
 };
@@ -88,7 +107,8 @@ TEST_F(SimBootLoader, TheStartRequestIsAnsweredWithReadyRightAfterItsLastByte) {
   EXPECT_TRUE(controller->boot_loader().active());
 }
 
-TEST_F(SimBootLoader, AThousandByteImageIsStoredWithItsErasedTail) {
+TEST_F(SimBootLoader, AThousandByteImageIsStoredWithItsErasedTailAndWrittenToTheImageFile) {
+  options.flash_image_file = image_path.string();
   power_up();
   std::string file(1000, '\0');
   for (std::size_t i = 0; i < file.size(); ++i) file[i] = static_cast<char>(i * 13 + 5);
@@ -97,6 +117,9 @@ TEST_F(SimBootLoader, AThousandByteImageIsStoredWithItsErasedTail) {
   std::vector<std::uint8_t> expected(file.begin(), file.end());
   expected.resize(130048, 0xFF);
   EXPECT_EQ(controller->boot_loader().flashed_image(), expected);
+  EXPECT_EQ(read_file(image_path), expected);
+  EXPECT_FALSE(std::filesystem::exists(image_path.string() + ".tmp"));
+  EXPECT_EQ(controller->image_file_error(), "");
 }
 
 TEST_F(SimBootLoader, EveryBlockIsAcknowledgedThenTheFinishFollowsTheProgrammingTime) {
@@ -241,6 +264,34 @@ TEST_F(SimBootLoader, AfterTheLastBlockTheFirmwareRestartsFromThePermanentState)
   updater->write(test::short_connect());
   ASSERT_TRUE(updater->wait(kPatienceMs));
   EXPECT_EQ(updater->heard().at(before).bytes.substr(0, 2), "\x55\xFD");
+}
+
+TEST_F(SimBootLoader, NoImageFileIsWrittenBeforeTheLastBlock) {
+  options.flash_image_file = image_path.string();
+  power_up();
+  request_boot_loader();
+  updater->send_image(numbered_image().substr(0, 1015 * 128), kPatienceMs);
+  EXPECT_FALSE(std::filesystem::exists(image_path));
+}
+
+TEST_F(SimBootLoader, ASecondImageReplacesTheFirstInTheImageFile) {
+  options.flash_image_file = image_path.string();
+  power_up();
+  update(numbered_image());
+  const std::string second = std::string(256, '\x42') + erased(BootLoader::kImageBytes - 256);
+  update(second);
+  EXPECT_EQ(controller->boot_loader().images_flashed(), 2);
+  EXPECT_EQ(read_file(image_path), as_vector(second));
+}
+
+TEST_F(SimBootLoader, AnImageFileThatCannotBeWrittenIsReportedAndTheImageStillKept) {
+  const std::filesystem::path missing = image_path.string() + ".missing/image.bin";
+  options.flash_image_file = missing.string();
+  power_up();
+  const std::string image = numbered_image();
+  update(image);
+  EXPECT_NE(controller->image_file_error().find(missing.string()), std::string::npos);
+  EXPECT_EQ(controller->boot_loader().flashed_image(), as_vector(image));
 }
 
 }  // namespace

@@ -141,20 +141,25 @@ TEST(SimCommandLine, DemoAsksForTheDemoTuneAndTheHelpListsIt) {
   EXPECT_NE(usage_text().find("\n  --demo "), std::string::npos);
 }
 
-TEST(SimCommandLine, TakesTheBlockProgrammingTimeAndTheHelpListsIt) {
+TEST(SimCommandLine, TakesTheBootLoaderTimingAndImageFileAndTheHelpListsThem) {
   std::string error;
   const auto plain = parse_command_line({}, error);
   ASSERT_TRUE(plain);
   EXPECT_EQ(plain->options.block_programming_ms, 5);
+  EXPECT_EQ(plain->options.flash_image_file, "");
 
-  const auto cl = parse_command_line({"--block-programming-ms", "7.5"}, error);
+  const auto cl =
+      parse_command_line({"--block-programming-ms", "7.5", "--flash-image=/tmp/f.bin"}, error);
   ASSERT_TRUE(cl) << error;
   EXPECT_EQ(cl->options.block_programming_ms, 7.5);
-  for (const char* bad : {"-1", "x"}) {
-    EXPECT_FALSE(parse_command_line({"--block-programming-ms", bad}, error)) << bad;
+  EXPECT_EQ(cl->options.flash_image_file, "/tmp/f.bin");
+  for (const std::vector<std::string>& bad : std::vector<std::vector<std::string>>{
+           {"--block-programming-ms", "-1"}, {"--block-programming-ms", "x"}, {"--flash-image="}}) {
+    EXPECT_FALSE(parse_command_line(bad, error)) << bad.front();
   }
 
   EXPECT_NE(usage_text().find("\n  --block-programming-ms MS\n"), std::string::npos);
+  EXPECT_NE(usage_text().find("\n  --flash-image FILE "), std::string::npos);
 }
 
 }  // namespace
