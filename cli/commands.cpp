@@ -1,0 +1,64 @@
+#include <ostream>
+
+#include "cli/command.h"
+#include "shell/errors.h"
+
+namespace nerit::cli {
+
+const std::vector<Command>& commands() {
+  static const std::vector<Command> table{
+      {"show", "FILE.inj", "the settings and both maps of a tune as text", run_show},
+      {"diff", "A.inj B.inj", "the settings and cells that differ (exit status 1 when any do)",
+       run_diff},
+      {"export", "FILE.inj --csv [OUT.csv]", "both maps as CSV (to standard output without OUT)",
+       run_export},
+      {"import", "FILE.inj MAPS.csv", "both maps of FILE.inj replaced by those of the CSV",
+       run_import},
+  };
+  return table;
+}
+
+namespace {
+
+void help(std::ostream& out) {
+  out << "usage: nerit-cli COMMAND [ARGUMENTS]\n\n"
+         "Works on Nerit tune files (.inj) from a terminal.\n\ncommands:\n";
+  for (const Command& c : commands()) {
+    std::string head = std::string("  ") + c.name + " " + c.usage;
+    if (head.size() < 36) head.resize(36, ' ');
+    out << head << "  " << c.summary << "\n";
+  }
+  out << "\nexit status: 0 done, 1 the tunes differ (diff), 2 usage, 5 a file that cannot be "
+         "used\n";
+}
+
+}  // namespace
+
+int run_cli(const Args& argv, std::ostream& out, std::ostream& err) {
+  if (argv.size() < 2 || argv[1] == "--help" || argv[1] == "-h") {
+    help(argv.size() < 2 ? err : out);
+    return argv.size() < 2 ? kUsage : kOk;
+  }
+  for (const Command& c : commands()) {
+    if (argv[1] != c.name) continue;
+    const Args args(argv.begin() + 2, argv.end());
+    if (!args.empty() && (args[0] == "--help" || args[0] == "-h")) {
+      out << "usage: nerit-cli " << c.name << " " << c.usage << "\n" << c.summary << "\n";
+      return kOk;
+    }
+    try {
+      return c.run(args, out, err);
+    } catch (const UsageError& e) {
+      err << "nerit-cli " << c.name << ": " << e.what() << "\nusage: nerit-cli " << c.name << " "
+          << c.usage << "\n";
+      return kUsage;
+    } catch (const ProgramError& e) {
+      err << "nerit-cli " << c.name << ": " << e.what() << "\n";
+      return kBadFile;
+    }
+  }
+  err << "nerit-cli: unknown command \"" << argv[1] << "\" (nerit-cli --help lists them)\n";
+  return kUsage;
+}
+
+}  // namespace nerit::cli
