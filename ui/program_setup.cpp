@@ -8,7 +8,7 @@ namespace nerit::ui {
 void set_up_application() {
   // No display name: on X11 Qt appends one to every window title ("Error — Nerit").
   QApplication::setApplicationName("nerit");
-  QApplication::setApplicationVersion("0.1");
+  QApplication::setApplicationVersion(NERIT_VERSION);
   QApplication::setStyle(QStyleFactory::create("Fusion"));
 }
 
