@@ -38,7 +38,15 @@ bool SerialSession::try_open(int port_number) {
   };
   attempt([&] { p_.comm.set_comm_port(port_number); });
   attempt([&] { p_.comm.set_settings(kLineSettings); });
-  attempt([&] { p_.comm.set_port_open(true); });
+  attempt([&] {
+    try {
+      p_.comm.set_port_open(true);
+    } catch (const SerialPermissionError& e) {
+      // A port the user may not open is worth a line: the scan would otherwise just end offline.
+      wire_.log(" -> Port " + std::to_string(port_number) + ": " + e.what());
+      throw;
+    }
+  });
   return ok;
 }
 

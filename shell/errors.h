@@ -34,6 +34,16 @@ struct SerialError : ProgramError {
   using ProgramError::ProgramError;
 };
 
+// The system refused the port to this user (or another program holds it); what() says how to
+// get access, in plain words.
+struct SerialPermissionError : SerialError {
+  explicit SerialPermissionError(const std::string& device)
+      : SerialError("No permission to open " + device +
+                    ". On Linux your user must be in the 'dialout' group: run "
+                    "'sudo usermod -aG dialout $USER' and log in again. If it is, another "
+                    "program (ModemManager, for one) may hold the port.") {}
+};
+
 // Thrown out of a wait whose port has closed under it (the device went away, or the link was
 // closed from inside the wait): the action ends without a box, the link has logged why.
 // Not a std::exception, so only the fault boundary's own clause takes it.

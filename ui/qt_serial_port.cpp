@@ -134,8 +134,10 @@ void QtSerialPort::set_port_open(bool open) {
   apply(*parse_line_settings(settings_));  // set_settings let only valid settings in
   port_.setReadBufferSize(0);
   if (!port_.open(QIODevice::ReadWrite)) {
+    const bool denied = port_.error() == QSerialPort::PermissionError;
     const std::string text = port_.errorString().toStdString();
     port_.clearError();
+    if (denied) throw SerialPermissionError(device);
     throw SerialError(text);
   }
   port_.clear(QSerialPort::AllDirections);

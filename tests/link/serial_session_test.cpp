@@ -54,6 +54,18 @@ TEST_F(SessionTest, ScanTriesFiftyPortsThenFails) {
   EXPECT_EQ(fp.dialogs.boxes(), Strings(2, kFailed));
 }
 
+TEST_F(SessionTest, APortTheUserMayNotOpenIsNamedInTheLogWithTheWayToAccess) {
+  fp.comm.denied.insert(3);
+  fp.dialogs.expect(kFailed);
+  f.session.Command1_Click();
+  const auto& log = f.c.List1.items;
+  const std::string expected =
+      "12:00:00 -> Port 3: No permission to open /dev/fake3. On Linux your user must be in the "
+      "'dialout' group: run 'sudo usermod -aG dialout $USER' and log in again. If it is, another "
+      "program (ModemManager, for one) may hold the port.";
+  EXPECT_EQ(std::count(log.begin(), log.end(), expected), 2);  // once in each of the two scans
+}
+
 TEST_F(SessionTest, ConnectsToTheFirstPortThatAnswersInTimeAndAsksToRead) {
   fp.comm.present = {2, 5};
   peer.delay_ms = 100;

@@ -107,6 +107,7 @@ class FakeSerialPort : public SerialPort {
     }
     if (open_) throw SerialError("Port already open");
     open_attempts.push_back(port_);
+    if (denied.count(port_)) throw SerialPermissionError("/dev/fake" + std::to_string(port_));
     if (!present.count(port_)) throw SerialError("Device unavailable");
     open_ = true;
     opened.push_back(port_);
@@ -134,6 +135,7 @@ class FakeSerialPort : public SerialPort {
   void arrive_after(long long delay_ms, std::string bytes, int event = kReceive, int on = 0);
 
   std::set<int> present;
+  std::set<int> denied;                      // ports this user may not open
   std::vector<int> open_attempts;            // every port number an open was tried on
   std::vector<int> opened;                   // every port number that opened
   std::vector<std::string> opened_settings;  // the settings of each of those opens
