@@ -35,6 +35,8 @@ struct UsageError : std::exception {
   std::string text_;
 };
 
+int run_ports(const Args& args, std::ostream& out, std::ostream& err);
+int run_info(const Args& args, std::ostream& out, std::ostream& err);
 int run_show(const Args& args, std::ostream& out, std::ostream& err);
 int run_diff(const Args& args, std::ostream& out, std::ostream& err);
 int run_export(const Args& args, std::ostream& out, std::ostream& err);

@@ -7,6 +7,9 @@ namespace nerit::cli {
 
 const std::vector<Command>& commands() {
   static const std::vector<Command> table{
+      {"ports", "[--port DEVICE]...", "the ports as the window numbers them, with their kind",
+       run_ports},
+      {"info", "--port DEVICE|N [--timeout MS]", "connects and prints the firmware text", run_info},
       {"show", "FILE.inj", "the settings and both maps of a tune as text", run_show},
       {"diff", "A.inj B.inj", "the settings and cells that differ (exit status 1 when any do)",
        run_diff},
@@ -28,8 +31,8 @@ void help(std::ostream& out) {
     if (head.size() < 36) head.resize(36, ' ');
     out << head << "  " << c.summary << "\n";
   }
-  out << "\nexit status: 0 done, 1 the tunes differ (diff), 2 usage, 5 a file that cannot be "
-         "used\n";
+  out << "\nexit status: 0 done, 1 the tunes differ (diff), 2 usage, 3 no controller, 5 a file "
+         "that cannot be used\n";
 }
 
 }  // namespace
