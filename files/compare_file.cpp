@@ -3,15 +3,12 @@
 #include "files/settings_file.h"
 #include "files/tune_file.h"
 #include "files/tune_window.h"
+#include "link/transfers.h"
 
 namespace nerit {
 
 void CompareFile::compare_Click() {
-  if (c_.Combo1.list_index == -1) {
-    p_.dialogs.message_box("Keine Lastgröße gewählt!", MsgButtons::Ok, MsgIcon::Information,
-                           "Fehler");
-    return;
-  }
+  if (!load_type_chosen(c_, p_.dialogs)) return;
   const auto file = p_.dialogs.file_dialog(
       {FileDialogRequest::Kind::Open, "Compare with file", vars_.pfad, kInjFilter});
   if (file.empty()) return;

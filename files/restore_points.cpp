@@ -1,7 +1,6 @@
 #include "files/restore_points.h"
 
 #include <algorithm>
-#include <cstdio>
 #include <vector>
 
 #include "files/tune_file.h"

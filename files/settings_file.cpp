@@ -6,6 +6,7 @@
 #include "files/inj_format.h"
 #include "files/tune_file.h"
 #include "files/tune_window.h"
+#include "link/transfers.h"
 #include "live/airflow_output.h"
 #include "live/boost_control.h"
 #include "shell/errors.h"
@@ -32,21 +33,16 @@ void show_boost_start(TextBox& field, const PressureTable& table, int raw) {
 }  // namespace
 
 void SettingsFile::Speichern_Click() {
-  if (c_.Combo1.list_index == -1) {
-    p_.dialogs.message_box("Keine Lastgröße gewählt!", MsgButtons::Ok, MsgIcon::Information,
-                           "Fehler");
-    return;
-  }
+  if (!load_type_chosen(c_, p_.dialogs)) return;
   const auto file = p_.dialogs.file_dialog(inj_dialog(FileDialogRequest::Kind::Save, vars_.pfad));
   if (file.empty()) return;
   save(file);
 }
 
 void SettingsFile::save(const std::filesystem::path& file) {
-  const Tune tune = tune_from_window(c_, vars_);
-  encode_inj(tune);  // every field checked before the caption or the file change
+  // Every field is checked here and in the encoding, before the file is touched.
+  write_tune_file(file, tune_from_window(c_, vars_));
   c_.caption = c_.caption_prefix + file.string();
-  write_tune_file(file, tune);
   if (used) used(file);
 }
 

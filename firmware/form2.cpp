@@ -155,7 +155,7 @@ bool Form2::wait_for(const int& flag) {
 
 void Form2::transfer(bool normal) {
   if (transferring_) return;
-  if (image_.empty() && file_.empty())
+  if (file_.empty())
     throw ProgramError("Load the firmware file (\"Load File\") before the update.");
   if (!port_->port_open())
     throw ProgramError("No port is open: the window needs a port for the update.");
@@ -165,7 +165,6 @@ void Form2::transfer(bool normal) {
     Form2& f;
     ~Unlock() { f.lock(false); }
   } unlock{*this};
-  recovery_ = normal ? 0 : 1;
   received_ = 0;
   if (normal) {
     if (before_update) before_update();

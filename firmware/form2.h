@@ -63,7 +63,6 @@ class Form2 {
   int received_ = 0;     // any bytes arrived
   int block_acked_ = 0;  // 0x06 arrived
   int timed_out_ = 0;    // nothing ever sets it: the wait for the first reply has no end
-  int recovery_ = 0;     // the transfer runs without the start request
   bool transferring_ = false;
   bool abort_ = false;  // the window is going, or the port went
   long long started_ms_ = 0;

@@ -35,9 +35,9 @@ FrameData axis_block(const std::array<std::int16_t, 17>& points, int first, int 
 
 }  // namespace
 
-bool Transfers::load_type_chosen() {
-  if (c_.Combo1.list_index != -1) return true;
-  p_.dialogs.message_box(kNoLoadType, MsgButtons::Ok, MsgIcon::Information, "Fehler");
+bool load_type_chosen(const Form1Controls& c, Dialogs& dialogs) {
+  if (c.Combo1.list_index != -1) return true;
+  dialogs.message_box(Transfers::kNoLoadType, MsgButtons::Ok, MsgIcon::Information, "Fehler");
   return false;
 }
 
@@ -72,7 +72,7 @@ void Transfers::write_maps() {
 }
 
 void Transfers::Command9_Click() {
-  if (!load_type_chosen() || vars_.connected == 0) return;
+  if (!load_type_chosen(c_, p_.dialogs) || vars_.connected == 0) return;
   if (before_write) before_write(c_.Command9.caption);
   Painted busy(c_.Command9, kYellow);
   write_settings();
@@ -81,13 +81,13 @@ void Transfers::Command9_Click() {
 }
 
 void Transfers::Command15_Click() {
-  if (!load_type_chosen() || vars_.connected == 0) return;
+  if (!load_type_chosen(c_, p_.dialogs) || vars_.connected == 0) return;
   Painted busy(c_.Command15, kYellow);
   write_settings();
 }
 
 void Transfers::Command4_Click(int index) {
-  if (!load_type_chosen() || vars_.connected == 0) return;
+  if (!load_type_chosen(c_, p_.dialogs) || vars_.connected == 0) return;
   if (before_write) before_write(c_.Command4.at(static_cast<std::size_t>(index)).caption);
   {
     Painted busy(c_.Command4.at(static_cast<std::size_t>(index)), kRed);

@@ -13,6 +13,10 @@
 
 namespace nerit {
 
+// True when a load type is chosen; otherwise "Keine Lastgröße gewählt!" / "Fehler". Whatever
+// sends or saves the whole tune asks this first.
+bool load_type_chosen(const Form1Controls& c, Dialogs& dialogs);
+
 class Transfers {
  public:
   Transfers(Form1Controls& c, ProgramState& vars, Platform& platform, Wire& wire)
@@ -31,7 +35,6 @@ class Transfers {
   std::function<void(const std::string& action)> before_write;
 
  private:
-  bool load_type_chosen();
   void write_settings();
   void write_axes();
   void write_maps();
