@@ -92,11 +92,6 @@ TEST_F(SettingsFileTest, ASensorOtherThan1AddsNoSensorLine) {
   EXPECT_EQ(f.vars.drucksensor, 2);
 }
 
-TEST_F(SettingsFileTest, ALoadSetsTheCaptionToTheFileName) {
-  load(golden_file);
-  EXPECT_EQ(f.c.caption, "Nerit: " + golden_file.string());
-}
-
 TEST_F(SettingsFileTest, ALoadFillsTheVariables) {
   load(golden_file);
   EXPECT_EQ(f.vars.rpmfaktor, 7500000);
@@ -299,12 +294,6 @@ TEST_F(SettingsFileTest, ABarValueOutsideItsRangeChangesNothing) {
   load(golden_file);
   EXPECT_TRUE(f.c.List1.items.empty());
   EXPECT_EQ(f.panel_controls.HScroll1[0].value, 2);
-}
-
-TEST_F(SettingsFileTest, AMissingFileIsAnError) {
-  fp.dialogs.expect("Error|Critical|Ok|The file " + (folder.path() / "gone.inj").string() +
-                    " does not exist.");
-  load(folder.path() / "gone.inj");
 }
 
 }  // namespace

@@ -19,13 +19,6 @@ Tune golden() {
   return decode_inj(InjGolden().bytes);
 }
 
-TEST(TuneCompare, TheSameTuneHasNoDifference) {
-  EXPECT_TRUE(compare_tunes(golden(), golden()).same());
-  EXPECT_EQ(comparison_summary(compare_tunes(golden(), golden())),
-            (Strings{"Correction map: no cell differs", "Airflow map: no cell differs",
-                     "Settings: none differs"}));
-}
-
 TEST(TuneCompare, CellsAreCountedWithTheLargestChangeAndItsCell) {
   Tune a = golden(), b = golden();
   b.correction[0][0] += 5;

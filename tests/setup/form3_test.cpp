@@ -67,17 +67,6 @@ TEST_F(Form3Test, LoadChangesNoProgramWideValueAndSendsNothing) {
   EXPECT_EQ(wire(), "");
 }
 
-TEST_F(Form3Test, AFreshLoadForgetsWhatTheLastVisitLeftInTheBoxes) {
-  open();
-  form3.wizard.Command4_Click();
-  c3.Text3.text = "200";
-  fp.windows.unload(FormId::Form3);
-  open();
-  EXPECT_EQ(c3.Text3.text, "");
-  EXPECT_TRUE(c3.List1.visible);
-  EXPECT_FALSE(c3.wizard_frame.visible);
-}
-
 TEST_F(Form3Test, CloseShowsTheReminderThenUnloadSendsTheInjectorValuesOnceMore) {
   go_online();
   open();

@@ -123,17 +123,6 @@ TEST_F(PressureCalibrationTest, TypingIntoASensorBoxDisablesSave) {
   EXPECT_FALSE(c3.Command2.enabled);
 }
 
-TEST_F(PressureCalibrationTest, APresetDisablesSaveOnlyWhenItChangesTheBoxes) {
-  choose_sensor(1);
-  form3.pressure.Command1_Click();
-  choose_sensor(0);
-  EXPECT_TRUE(c3.Command2.enabled);
-  choose_sensor(1);
-  EXPECT_TRUE(c3.Command2.enabled);
-  choose_sensor(2);
-  EXPECT_FALSE(c3.Command2.enabled);
-}
-
 TEST_F(PressureCalibrationTest, SensorBoxesTakeDigitsCommaBackspaceAndEnterOnly) {
   for (int key : {'0', '5', '9', ',', '\b', '\r'})
     EXPECT_EQ(form3.pressure.Text1_KeyPress(1, key), key) << key;

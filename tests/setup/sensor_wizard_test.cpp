@@ -69,15 +69,6 @@ TEST_F(SensorWizardTest, CalcWritesFaktorAndOffsetOfTheLineThroughBothPoints) {
   }
 }
 
-TEST_F(SensorWizardTest, CalcDisablesSaveAsTypingWould) {
-  type_sensor("0,00315", "0,04", "250");
-  form3.pressure.Command1_Click();
-  ASSERT_TRUE(c3.Command2.enabled);
-  points("1,5", "200", "3,5");
-  form3.wizard.Command7_Click();
-  EXPECT_FALSE(c3.Command2.enabled);
-}
-
 TEST_F(SensorWizardTest, P2Of100kPaShowsAMessageAndChangesNothing) {
   type_sensor("0,00315", "0,04", "250");
   points("1,775", "100", "3,35");

@@ -146,17 +146,6 @@ TEST_F(SimBootLoader, ABlocksAcknowledgementArrivesItsProgrammingTimeAfterItsLas
   EXPECT_EQ(controller->poll(due), (std::vector<Emission>{{due, "\x06"}}));
 }
 
-TEST_F(SimBootLoader, TheProgrammingTimeComesFromTheOptions) {
-  options.paced = false;
-  options.start_in_boot_loader = true;
-  options.block_programming_ms = 12.5;
-  power_up();
-  updater->write(numbered_image().substr(0, 128));
-  const double last_byte = updater->now_ms();
-  updater->wait(kPatienceMs);
-  EXPECT_EQ(updater->heard(), (std::vector<Emission>{{last_byte + 12.5, "\x06"}}));
-}
-
 // What a benchmark reports as programming time is what the update takes besides the wire.
 TEST_F(SimBootLoader, AWholeUpdateTakesItsWireTimePlusTheImagesProgrammingTime) {
   power_up();
@@ -199,14 +188,6 @@ TEST_F(SimBootLoader, ADroppedAcknowledgementIsNeverSentAndTheNextBlockIsStillAc
   EXPECT_EQ(controller->boot_loader().flashed_image(), as_vector(image));
 }
 
-TEST_F(SimBootLoader, TheLastBlocksAcknowledgementIsNumberedBeforeTheFinish) {
-  options.start_in_boot_loader = true;  // no 0x05: block k's 0x06 is reply k
-  options.faults.drop_replies = {1016};
-  power_up();
-  send_image(numbered_image());
-  EXPECT_EQ(joined(updater->heard()), std::string(1015, '\x06') + "\x07");
-}
-
 TEST_F(SimBootLoader, SilentAfterItsRepliesTheLoaderStopsAnsweringButStillProgramsTheImage) {
   options.faults.silent_after_replies = 3;
   power_up();
@@ -214,16 +195,6 @@ TEST_F(SimBootLoader, SilentAfterItsRepliesTheLoaderStopsAnsweringButStillProgra
   update(image);
   EXPECT_EQ(joined(updater->heard()), "\x05\x06\x06");
   EXPECT_EQ(controller->boot_loader().flashed_image(), as_vector(image));
-}
-
-TEST_F(SimBootLoader, SilentFromATimeTheLoaderSendsNoAnswerDueFromThen) {
-  options.faults.silent_from_ms = 1000;
-  power_up();
-  update(numbered_image());
-  std::size_t answered = 0;
-  for (double end : updater->block_ends_ms()) answered += end + 5 < 1000 ? 1 : 0;
-  ASSERT_GT(answered, 0u);
-  EXPECT_EQ(joined(updater->heard()), "\x05" + std::string(answered, '\x06'));
 }
 
 TEST_F(SimBootLoader, AVanishingLineCutsTheTransferMidway) {
@@ -242,15 +213,6 @@ TEST_F(SimBootLoader, AVanishingLineCutsTheTransferMidway) {
   EXPECT_EQ(controller->boot_loader().images_flashed(), 0);
 }
 
-TEST_F(SimBootLoader, VanishingAfterAnAcknowledgementClosesTheLineOnceItHasGoneOut) {
-  options.faults.vanish_after_replies = 3;  // block 2's 0x06
-  power_up();
-  update(numbered_image());
-  EXPECT_TRUE(controller->vanished());
-  EXPECT_EQ(joined(updater->heard()), "\x05\x06\x06");
-  EXPECT_EQ(controller->boot_loader().blocks_received(), 2u);
-}
-
 TEST_F(SimBootLoader, AfterTheLastBlockTheFirmwareRestartsFromThePermanentState) {
   power_up();
   updater->write(command(0x0B, 0x02A0, Block{1, 2, 3}));
@@ -264,24 +226,6 @@ TEST_F(SimBootLoader, AfterTheLastBlockTheFirmwareRestartsFromThePermanentState)
   updater->write(test::short_connect());
   ASSERT_TRUE(updater->wait(kPatienceMs));
   EXPECT_EQ(updater->heard().at(before).bytes.substr(0, 2), "\x55\xFD");
-}
-
-TEST_F(SimBootLoader, NoImageFileIsWrittenBeforeTheLastBlock) {
-  options.flash_image_file = image_path.string();
-  power_up();
-  request_boot_loader();
-  updater->send_image(numbered_image().substr(0, 1015 * 128), kPatienceMs);
-  EXPECT_FALSE(std::filesystem::exists(image_path));
-}
-
-TEST_F(SimBootLoader, ASecondImageReplacesTheFirstInTheImageFile) {
-  options.flash_image_file = image_path.string();
-  power_up();
-  update(numbered_image());
-  const std::string second = std::string(256, '\x42') + erased(BootLoader::kImageBytes - 256);
-  update(second);
-  EXPECT_EQ(controller->boot_loader().images_flashed(), 2);
-  EXPECT_EQ(read_file(image_path), as_vector(second));
 }
 
 TEST_F(SimBootLoader, AnImageFileThatCannotBeWrittenIsReportedAndTheImageStillKept) {
