@@ -41,9 +41,7 @@ class SettingsFile {
 
  private:
   void check_fits_window(const Tune& t) const;
-  void apply(const Tune& t, const std::filesystem::path& file);
-  void apply_panels(const Tune& t);
-  void apply_axes_and_maps(const Tune& t);
+  void apply(Tune t, const std::filesystem::path& file);
 
   Form1Controls& c_;
   PanelControls& pc_;

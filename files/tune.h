@@ -1,11 +1,21 @@
 #pragma once
-// A whole tune as the settings file holds it: the settings, both axes and both maps as numbers.
+// A whole tune as numbers: the settings, both axes and both maps as the settings file holds
+// them, and the axes as the controller keeps them.
 #include <array>
 #include <cstdint>
 
 namespace nerit {
 
 inline constexpr int kTuneMapSize = 16;
+
+// The axes in controller units: speed periods (rpmfaktor / rpm) and load points. A settings
+// file does not hold them; they come from the window, from the controller, or from the headings.
+struct ControllerAxes {
+  std::array<std::int32_t, 16> rpm_points{};
+  std::array<std::int16_t, 16> load_points{};
+
+  bool operator==(const ControllerAxes&) const = default;
+};
 
 template <class T>
 using TuneMap = std::array<std::array<T, kTuneMapSize>, kTuneMapSize>;  // [row][col], 0-based
@@ -29,7 +39,8 @@ struct Tune {
   std::array<std::int16_t, kTuneMapSize> rpm_headings{};   // columns 1..16
   std::array<std::int16_t, kTuneMapSize> load_headings{};  // rows 1..16
   TuneMap<std::int16_t> correction{};                      // percent, -100..155
-  TuneMap<std::int16_t> airflow{};
+  TuneMap<std::int16_t> airflow{};                         // Hz or mV by airflowtype
+  ControllerAxes axes{};
 
   bool operator==(const Tune&) const = default;
 };

@@ -1,8 +1,11 @@
 #include "files/tune_window.h"
 
+#include <cmath>
 #include <string>
 
 #include "link/settings_blocks.h"
+#include "live/airflow_output.h"
+#include "live/boost_control.h"
 #include "shell/errors.h"
 #include "shell/numbers.h"
 
@@ -86,7 +89,69 @@ Tune tune_from_window(const Form1Controls& c, const ProgramState& vars) {
       t.correction[row_i][col_i] = static_cast<std::int16_t>(stored - 100);
       t.airflow[row_i][col_i] = word_of(val(g3.text(r, col)), cell_name("Airflow map", r, col));
     }
+  for (std::size_t k = 0; k < t.axes.rpm_points.size(); ++k) {
+    t.axes.rpm_points[k] = c.rpm_points[k + 1];
+    t.axes.load_points[k] = c.load_points[k + 1];
+  }
   return t;
+}
+
+void apply_tune(const Tune& t, Form1Controls& c, PanelControls& pc, ProgramState& vars) {
+  vars.rpmfaktor = t.rpmfaktor;
+  c.Combo1.select(t.load_type);
+  vars.drucksensor = t.drucksensor;
+  vars.tps_min = t.tps_min;
+  vars.tps_max = t.tps_max;
+  vars.injoffset_in = t.injoffset_in;
+  vars.injoffset_out = t.injoffset_out;
+  vars.injalt = t.injalt;
+  vars.injneu = t.injneu;
+  vars.injsizecorr = t.injsizecorr;
+  vars.airflowtype = t.airflowtype;
+  vars.aoutmax = t.aoutmax;
+  show_airflow_output(pc, t.airflowtype, t.aoutmax);
+  pc.Text1.text = number_text(std::floor(t.aoutmax * 5000.0 / 255));  // the clamp rounds down
+
+  c.boost_enable = t.boost_enable;
+  c.boost_start = t.boost_start;
+  c.boost_set = t.boost_set;
+  pc.Check3.value = t.boost_enable == 1 ? 1 : 0;
+  enable_boost_fields(pc, pc.Check3.value == 1);
+  // A start value past the pressure table leaves the "Start / kPa:" field as it is.
+  if (t.boost_start < c.pressure_table.size())
+    pc.boost_start_text.text = number_text(c.pressure_table[t.boost_start]);
+  // Whole percent of set / 2.55, computed exactly so that 255 gives 100.
+  pc.boost_set_text.text = number_text(std::floor(t.boost_set * 100.0 / 255));
+
+  vars.zylinder = t.zylinder;
+  vars.injchannels = t.injchannels;
+  c.Check6.value = (t.map_flags & 1) ? 1 : 0;
+  c.Check4.value = (t.map_flags & 2) ? 1 : 0;
+  for (std::size_t i = 0; i < t.accel_param.size(); ++i) {
+    pc.HScroll1[i].value = t.accel_param[i];
+    pc.Label8[i].caption = std::to_string(t.accel_param[i]);
+    c.accel_param[i] = t.accel_param[i];
+  }
+  vars.seq_faktor = t.seq_faktor;
+
+  Grid& g2 = c.MSFlexGrid2;
+  Grid& g3 = c.MSFlexGrid3;
+  for (int i = 1; i <= kTuneMapSize; ++i) {
+    const auto k = static_cast<std::size_t>(i - 1);
+    for (Grid* g : {&g2, &g3}) {
+      g->set_text(0, i, number_text(t.rpm_headings[k]));
+      g->set_text(i, 0, number_text(t.load_headings[k]));
+    }
+    c.rpm_points[k + 1] = t.axes.rpm_points[k];
+    c.load_points[k + 1] = t.axes.load_points[k];
+  }
+  for (int r = 1; r <= kTuneMapSize; ++r)
+    for (int col = 1; col <= kTuneMapSize; ++col) {
+      const auto row_i = static_cast<std::size_t>(r - 1);
+      const auto col_i = static_cast<std::size_t>(col - 1);
+      g2.set_text(r, col, number_text(t.correction[row_i][col_i]));
+      g3.set_text(r, col, number_text(t.airflow[row_i][col_i]));
+    }
 }
 
 }  // namespace nerit

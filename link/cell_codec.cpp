@@ -23,8 +23,12 @@ std::uint8_t correction_byte(double percent) {
   return to_byte(through_text(percent * 1.27 + 128));
 }
 
+double correction_percent(std::uint8_t stored) {
+  return round_half_even((stored - 128) / 1.27);
+}
+
 std::string correction_cell_text(std::uint8_t stored) {
-  return number_text(round_half_even((stored - 128) / 1.27));
+  return number_text(correction_percent(stored));
 }
 
 std::array<std::uint8_t, 2> airflow_bytes(double value, double airflowtype) {

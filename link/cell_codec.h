@@ -9,6 +9,8 @@ namespace nerit {
 // Injector correction, percent: value x 1.27 + 128, ties to even (128 is 0 %).
 std::uint8_t correction_byte(double percent);
 std::string correction_cell_text(std::uint8_t stored);
+// The stored byte as whole percent: round((stored - 128) / 1.27), ties to even.
+double correction_percent(std::uint8_t stored);
 
 // Airflow output. Frequency output (airflowtype 0): the period word floor(250000 / Hz), low
 // byte first. Voltage output: floor(mV x 255 / 5000), at most 255, then a zero byte.
