@@ -37,6 +37,8 @@ struct UsageError : std::exception {
 
 int run_ports(const Args& args, std::ostream& out, std::ostream& err);
 int run_info(const Args& args, std::ostream& out, std::ostream& err);
+int run_read(const Args& args, std::ostream& out, std::ostream& err);
+int run_write(const Args& args, std::ostream& out, std::ostream& err);
 int run_show(const Args& args, std::ostream& out, std::ostream& err);
 int run_diff(const Args& args, std::ostream& out, std::ostream& err);
 int run_export(const Args& args, std::ostream& out, std::ostream& err);

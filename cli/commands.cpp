@@ -1,6 +1,7 @@
 #include <ostream>
 
 #include "cli/command.h"
+#include "cli/controller_line.h"
 #include "shell/errors.h"
 
 namespace nerit::cli {
@@ -10,6 +11,14 @@ const std::vector<Command>& commands() {
       {"ports", "[--port DEVICE]...", "the ports as the window numbers them, with their kind",
        run_ports},
       {"info", "--port DEVICE|N [--timeout MS]", "connects and prints the firmware text", run_info},
+      {"read", "FILE.inj|--json --port DEVICE|N [--timeout MS] [--data-dir DIR]",
+       "reads the controller's tune into a file (or as JSON to standard output)", run_read},
+      {"write",
+       "FILE.inj --port DEVICE|N [--eeprom] [--permanent] [--no-backup] [--timeout MS] "
+       "[--data-dir DIR]",
+       "writes a tune into the working memory and reads it back; --eeprom then writes the "
+       "EEPROM, --permanent then makes it permanent",
+       run_write},
       {"show", "FILE.inj", "the settings and both maps of a tune as text", run_show},
       {"diff", "A.inj B.inj", "the settings and cells that differ (exit status 1 when any do)",
        run_diff},
@@ -31,8 +40,11 @@ void help(std::ostream& out) {
     if (head.size() < 36) head.resize(36, ' ');
     out << head << "  " << c.summary << "\n";
   }
-  out << "\nexit status: 0 done, 1 the tunes differ (diff), 2 usage, 3 no controller, 5 a file "
-         "that cannot be used\n";
+  out << "\nEvery wait for the controller ends after --timeout MS (2000); a lost answer is asked\n"
+         "for twice more. --port takes a device or a number as the window numbers the ports.\n"
+         "Restore points and the pressure-sensor table are in --data-dir (the per-user folder).\n"
+         "\nexit status: 0 done, 1 the tunes differ (diff), 2 usage, 3 no controller, 4 the\n"
+         "controller stopped answering, 5 a file that cannot be used, 6 the controller refused\n";
 }
 
 }  // namespace
@@ -51,6 +63,9 @@ int run_cli(const Args& argv, std::ostream& out, std::ostream& err) {
     }
     try {
       return c.run(args, out, err);
+    } catch (const CliFailure& e) {
+      err << "nerit-cli " << c.name << ": " << e.what() << "\n";
+      return e.exit;
     } catch (const UsageError& e) {
       err << "nerit-cli " << c.name << ": " << e.what() << "\nusage: nerit-cli " << c.name << " "
           << c.usage << "\n";

@@ -13,6 +13,15 @@
 
 namespace nerit {
 
+// "2026-11-23_14-05-09": restore-point names start with it, so that they sort by time.
+std::string restore_point_stamp(const DateTime& t);
+// Saves `tune` as folder/STAMP_ACTION_WHICH.inj (a "-2", "-3"... when that name is taken),
+// then keeps only the newest RestorePoints::kKept. The file's path; FileError, ProgramError
+// or a filesystem_error when it cannot be saved.
+std::filesystem::path save_restore_point(const std::filesystem::path& folder, const Tune& tune,
+                                         const std::string& stamp, const std::string& action,
+                                         const std::string& which);
+
 class RestorePoints {
  public:
   RestorePoints(Form1Controls& c, ProgramState& vars, Platform& platform)
@@ -34,8 +43,6 @@ class RestorePoints {
 
  private:
   void keep(const Tune& tune, const std::string& action, const char* which);
-  void prune() const;
-  std::string stamp() const;
 
   Form1Controls& c_;
   ProgramState& vars_;

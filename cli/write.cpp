@@ -1,0 +1,78 @@
+#include <QDateTime>
+#include <ostream>
+#include <sstream>
+
+#include "cli/cli_options.h"
+#include "cli/command.h"
+#include "cli/controller_line.h"
+#include "cli/controller_tune.h"
+#include "files/restore_points.h"
+#include "files/tune_memory.h"
+
+namespace nerit::cli {
+
+namespace {
+
+DateTime now() {
+  const QDateTime t = QDateTime::currentDateTime();
+  return {t.date().year(), t.date().month(),  t.date().day(),
+          t.time().hour(), t.time().minute(), t.time().second()};
+}
+
+// Keeps the controller's tune before it is overwritten; a tune that cannot be kept stops
+// the write.
+void keep_restore_point(ControllerLine& line, const LoadAxisInputs& in,
+                        const std::filesystem::path& data, std::ostream& err) {
+  const Tune held = read_controller_tune(line, in);
+  try {
+    const auto file = save_restore_point(data / "backups", held, restore_point_stamp(now()),
+                                         "nerit-cli write", "read");
+    err << "restore point: " << file.string() << "\n";
+  } catch (const std::exception& e) {
+    throw CliFailure(kBadFile, std::string("the controller's tune cannot be kept as a restore "
+                                           "point (") +
+                                   e.what() + "); --no-backup writes without one");
+  }
+}
+
+// Reads the blocks back: a block that differs is one the controller did not take.
+void verify(ControllerLine& line, const MemoryImage& sent) {
+  const MemoryImage held = read_memory(line);
+  for (int i = 0; i < kMemoryBlocks; ++i) {
+    if (held[static_cast<std::size_t>(i)] == sent[static_cast<std::size_t>(i)]) continue;
+    std::ostringstream where;
+    where << "0x" << std::hex << std::uppercase << memory_block_address(i);
+    throw CliFailure(kRefused, "block " + where.str() + " reads back differently after the write");
+  }
+}
+
+}  // namespace
+
+int run_write(const Args& args, std::ostream& out, std::ostream& err) {
+  const ParsedArgs a = parse_args(args, kLineOptions, {"--eeprom", "--permanent", "--no-backup"});
+  if (a.positional.size() != 1) throw UsageError("one FILE.inj to write, please");
+  const std::filesystem::path data = data_folder_of(a);
+  const LoadAxisInputs in = load_axis_inputs(data);
+  // The file is checked whole before anything goes to the controller.
+  const Tune tune = tune_to_send(a.positional[0], in);
+  const MemoryImage memory = memory_from_tune(tune);
+  const EepromImage eeprom = eeprom_from_tune(tune);
+
+  ControllerLine line(port_of(a), a.number("--timeout", kDefaultTimeoutMs, 1), err);
+  err << "connected: " << line.connect() << "\n";
+  if (!a.has("--no-backup")) keep_restore_point(line, in, data, err);
+  write_memory(line, memory);
+  verify(line, memory);
+  out << "wrote " << a.positional[0] << " into the working memory\n";
+  if (a.has("--eeprom")) {
+    write_eeprom(line, eeprom);
+    out << "wrote it to the EEPROM\n";
+  }
+  if (a.has("--permanent")) {
+    make_permanent(line);
+    out << "made the working memory permanent\n";
+  }
+  return kOk;
+}
+
+}  // namespace nerit::cli
