@@ -39,6 +39,8 @@ int run_ports(const Args& args, std::ostream& out, std::ostream& err);
 int run_info(const Args& args, std::ostream& out, std::ostream& err);
 int run_read(const Args& args, std::ostream& out, std::ostream& err);
 int run_write(const Args& args, std::ostream& out, std::ostream& err);
+int run_log(const Args& args, std::ostream& out, std::ostream& err);
+int run_flash(const Args& args, std::ostream& out, std::ostream& err);
 int run_show(const Args& args, std::ostream& out, std::ostream& err);
 int run_diff(const Args& args, std::ostream& out, std::ostream& err);
 int run_export(const Args& args, std::ostream& out, std::ostream& err);

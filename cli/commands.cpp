@@ -19,6 +19,15 @@ const std::vector<Command>& commands() {
        "writes a tune into the working memory and reads it back; --eeprom then writes the "
        "EEPROM, --permanent then makes it permanent",
        run_write},
+      {"log",
+       "[FILE.csv] --port DEVICE|N [--seconds N] [--frames N] [--timeout MS] [--data-dir DIR]",
+       "switches the stream on and writes the data log (to standard output without FILE) until "
+       "--seconds, --frames or Ctrl-C; the stream goes off again",
+       run_log},
+      {"flash", "IMAGE.bin --port DEVICE|N [--recovery] [--timeout MS]",
+       "sends a firmware image to the boot loader; a lost acknowledgement ends the update (no "
+       "block is sent twice); --recovery when the loader already waits",
+       run_flash},
       {"show", "FILE.inj", "the settings and both maps of a tune as text", run_show},
       {"diff", "A.inj B.inj", "the settings and cells that differ (exit status 1 when any do)",
        run_diff},

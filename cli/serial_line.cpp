@@ -1,7 +1,5 @@
 #include "cli/serial_line.h"
 
-#include <QDeadlineTimer>
-
 #include "link/replies.h"
 #include "shell/errors.h"
 #include "ui/port_numbering.h"
@@ -43,15 +41,29 @@ void SerialLine::write(const std::string& bytes) {
   port_.waitForBytesWritten(1000);
 }
 
+bool SerialLine::read_more(const QDeadlineTimer& deadline) {
+  const auto left = deadline.remainingTime();
+  if (left <= 0 || !port_.waitForReadyRead(static_cast<int>(left))) return false;
+  const QByteArray got = port_.readAll();
+  buffer_.append(got.constData(), static_cast<std::size_t>(got.size()));
+  return true;
+}
+
 std::optional<std::string> SerialLine::next_frame(int timeout_ms) {
-  QDeadlineTimer deadline(timeout_ms);
+  const QDeadlineTimer deadline(timeout_ms);
   for (;;) {
     if (auto frame = take_frame(buffer_)) return frame;
-    const auto left = deadline.remainingTime();
-    if (left <= 0 || !port_.waitForReadyRead(static_cast<int>(left))) return std::nullopt;
-    const QByteArray got = port_.readAll();
-    buffer_.append(got.constData(), static_cast<std::size_t>(got.size()));
+    if (!read_more(deadline)) return std::nullopt;
   }
+}
+
+std::optional<std::uint8_t> SerialLine::next_byte(int timeout_ms) {
+  const QDeadlineTimer deadline(timeout_ms);
+  while (buffer_.empty())
+    if (!read_more(deadline)) return std::nullopt;
+  const auto byte = static_cast<std::uint8_t>(buffer_.front());
+  buffer_.erase(0, 1);
+  return byte;
 }
 
 }  // namespace nerit::cli

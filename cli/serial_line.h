@@ -1,7 +1,9 @@
 #pragma once
 // The controller's serial line for nerit-cli: port numbers as the window gives them, and a port
 // read with a time limit on every wait. Qt Core and SerialPort only; no event loop needed.
+#include <QDeadlineTimer>
 #include <QSerialPort>
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <vector>
@@ -23,8 +25,13 @@ class SerialLine {
   void write(const std::string& bytes);
   // The next whole reply frame, or nothing when none came within timeout_ms.
   std::optional<std::string> next_frame(int timeout_ms);
+  // The next byte as it came, or nothing when none came within timeout_ms.
+  std::optional<std::uint8_t> next_byte(int timeout_ms);
 
  private:
+  // Appends what the port holds once it has something; false when the deadline passes first.
+  bool read_more(const QDeadlineTimer& deadline);
+
   QSerialPort port_;
   std::string buffer_;
   std::string error_;

@@ -1,5 +1,6 @@
 #include "files/tune_memory.h"
 
+#include <algorithm>
 #include <cmath>
 #include <string>
 
@@ -113,6 +114,14 @@ std::int16_t airflow_cell(const FrameData& d, int j, int airflowtype, int row, i
   return static_cast<std::int16_t>(value);
 }
 
+// A period as the speed heading shows it, in whole hundreds of rpm. No period shows 0; a
+// period too short for any engine shows the largest heading a tune holds.
+std::int16_t rpm_heading(std::int32_t rpmfaktor, int period) {
+  if (period == 0) return 0;
+  const double rpm = round_half_even(static_cast<double>(rpmfaktor) / period / 100) * 100;
+  return static_cast<std::int16_t>(std::clamp(rpm, -32768.0, 32767.0));
+}
+
 std::int32_t rpmfaktor_of(int zylinder, std::int32_t otherwise) {
   switch (zylinder) {
     case 4:
@@ -182,10 +191,7 @@ Tune tune_from_memory(const MemoryImage& m, std::int32_t rpmfaktor, const LoadAx
     t.axes.load_points[at(k)] = static_cast<std::int16_t>(word_at(m[at(2 + k / 8)], 2 * (k % 8)));
     const int period = word_at(m[at(4 + k / 8)], 2 * (k % 8));
     t.axes.rpm_points[at(k)] = period;
-    t.rpm_headings[at(k)] =
-        period == 0 ? 0
-                    : static_cast<std::int16_t>(
-                          round_half_even(static_cast<double>(t.rpmfaktor) / period / 100) * 100);
+    t.rpm_headings[at(k)] = rpm_heading(t.rpmfaktor, period);
     t.load_headings[at(k)] = static_cast<std::int16_t>(default_load_heading(t.load_type, k, axis));
   }
   for (int r = 0; r < kTuneMapSize; ++r)

@@ -1,18 +1,8 @@
 #include "live/live_data.h"
 
 #include "shell/numbers.h"
-#include "shell/quietly.h"
 
 namespace nerit {
-
-namespace {
-
-// The frequency of a vortex period in 4 µs ticks; no period, no frequency.
-double vortex_hz(long period) {
-  return period == 0 ? 0 : whole_part(250000.0 / static_cast<double>(period));
-}
-
-}  // namespace
 
 void LiveData::Form_Load() {
   Grid& live = lc_.MSFlexGrid1;
@@ -32,36 +22,24 @@ void LiveData::load_captions() {
 }
 
 LiveValues LiveData::status(const StatusReply& s) {
-  const auto& W = s.W;
   LiveValues v;
-  quietly([&] {
-    const double speed = whole_part(divide(vars_.rpmfaktor, static_cast<double>(W[4])));
-    if (speed < 9000) vars_.drehzahl = speed;  // spikes are noise, not engine speed
-  });
-  v.row.drehzahl = vars_.drehzahl;
-  v.row.inj_in_us = 4.0 * static_cast<double>(W[2]);
-  v.row.inj_out_us = 4.0 * static_cast<double>(W[3]);
-  v.row.adjust_percent = round_half_even(s.b(12) * 100.0 / 128 - 100);
+  LiveRow previous;
+  previous.drehzahl = vars_.drehzahl;
+  previous.tps_in = vars_.tps_in;
+  v.row = status_row(s, {vars_.rpmfaktor, vars_.tps_min, vars_.tps_max, &c_.pressure_table},
+                     previous);
+  vars_.drehzahl = v.row.drehzahl;
+  vars_.tps_in = v.row.tps_in;
 
   const char sep = p_.decimal_separator();
-  v.row.boost_kpa = c_.pressure_table[static_cast<std::size_t>(s.b(5))] - 100;
   vars_.map_volt = format_0_00(s.b(5) * 5.0 / 255, sep);
   v.map_raw = s.b(5);
-
   vars_.tps_raw = s.b(4);
   vars_.tps_in_volt = format_0_00(s.b(4) * 5.0 / 255, sep);
-  quietly([&] {
-    vars_.tps_in =
-        whole_part((s.b(4) - vars_.tps_min) * divide(100, vars_.tps_max - vars_.tps_min));
-  });
-  if (vars_.tps_in < 0) vars_.tps_in = 0;
-  if (vars_.tps_in > 100) vars_.tps_in = 100;
-  v.row.tps_in = vars_.tps_in;
 
   v.analog_volts = s.b(16) * 5.0 / 255;
   v.analog_mv = whole_part(s.b(16) * 5000.0 / 255);
-  v.row.airflow_out_hz = vortex_hz(W[6]);
-  v.airflow_in_hz = vortex_hz(W[8]);
+  v.airflow_in_hz = vortex_hz(s.W[8]);
   v.cell_index = s.b(13);
   return v;
 }

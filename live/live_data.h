@@ -5,22 +5,12 @@
 
 #include "link/replies.h"
 #include "live/live_controls.h"
+#include "live/status_row.h"
 #include "shell/form1_controls.h"
 #include "shell/platform.h"
 #include "shell/program_state.h"
 
 namespace nerit {
-
-// The values of one status frame, in the order the data log writes them.
-struct LiveRow {
-  double drehzahl = 0;
-  double inj_in_us = 0;
-  double inj_out_us = 0;
-  double adjust_percent = 0;
-  double boost_kpa = 0;
-  double tps_in = 0;
-  double airflow_out_hz = 0;
-};
 
 struct LiveValues {
   LiveRow row;

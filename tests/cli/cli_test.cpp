@@ -38,7 +38,8 @@ class CliTest : public ::testing::Test {
 TEST_F(CliTest, HelpListsEveryCommand) {
   EXPECT_EQ(run({"--help"}), cli::kOk);
   for (const char* name :
-       {"show FILE.inj", "diff A.inj B.inj", "export FILE.inj --csv", "import FILE.inj MAPS.csv"})
+       {"show FILE.inj", "diff A.inj B.inj", "export FILE.inj --csv", "import FILE.inj MAPS.csv",
+        "read FILE.inj|--json", "write FILE.inj", "log [FILE.csv]"})
     EXPECT_NE(out.str().find(name), std::string::npos) << name;
 }
 
@@ -134,6 +135,32 @@ TEST_F(CliTest, ImportReadsCommaSeparatedQuotedFields) {
                    std::vector<std::uint8_t>(commas.begin(), commas.end()));
   EXPECT_EQ(run({"import", a, (folder.path() / "maps.csv").string()}), cli::kOk);
   EXPECT_EQ(read_file_bytes(a).value(), InjGolden().bytes);
+}
+
+TEST_F(CliTest, ReadTakesAFileOrJsonNotBoth) {
+  EXPECT_EQ(run({"read", a, "--json", "--port", "/dev/null"}), cli::kUsage);
+  EXPECT_EQ(err.str().substr(0, err.str().find('\n')),
+            "nerit-cli read: --json writes to standard output: no file, please");
+}
+
+TEST_F(CliTest, AnUnknownOptionIsAUsageError) {
+  EXPECT_EQ(run({"write", a, "--port", "/dev/null", "--eprom"}), cli::kUsage);
+  EXPECT_EQ(err.str().substr(0, err.str().find('\n')), "nerit-cli write: unknown option --eprom");
+}
+
+TEST_F(CliTest, ATimeOutOf0IsAUsageError) {
+  EXPECT_EQ(run({"log", "--port", "/dev/null", "--timeout", "0"}), cli::kUsage);
+  EXPECT_EQ(err.str().substr(0, err.str().find('\n')),
+            "nerit-cli log: --timeout takes a whole number of at least 1, not \"0\"");
+}
+
+TEST_F(CliTest, WritingAMapTuneWithoutTheSensorTableIsRefusedBeforeThePortOpens) {
+  Tune t = read_tune_file(a);
+  t.load_type = 1;
+  write_tune_file(a, t);
+  const std::string data = (folder.path() / "data").string();
+  EXPECT_EQ(run({"write", a, "--port", "/dev/nerit-none", "--data-dir", data}), cli::kBadFile);
+  EXPECT_NE(err.str().find("no PressureSensor.dat"), std::string::npos) << err.str();
 }
 
 }  // namespace
