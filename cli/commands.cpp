@@ -42,12 +42,17 @@ const std::vector<Command>& commands() {
 namespace {
 
 void help(std::ostream& out) {
-  out << "usage: nerit-cli COMMAND [ARGUMENTS]\n\n"
-         "Works on Nerit tune files (.inj) from a terminal.\n\ncommands:\n";
+  out << "usage: nerit-cli COMMAND [ARGUMENTS]\n       nerit-cli --help | --version\n\n"
+         "Reads, writes, logs and flashes a Nerit controller, and works on tune files (.inj),\n"
+         "from a terminal.\n\ncommands:\n";
   for (const Command& c : commands()) {
     std::string head = std::string("  ") + c.name + " " + c.usage;
-    if (head.size() < 36) head.resize(36, ' ');
-    out << head << "  " << c.summary << "\n";
+    // A long usage line puts its summary on a line of its own.
+    if (head.size() < 36)
+      head.resize(38, ' ');
+    else
+      head += "\n" + std::string(38, ' ');
+    out << head << c.summary << "\n";
   }
   out << "\nEvery wait for the controller ends after --timeout MS (2000); a lost answer is asked\n"
          "for twice more. --port takes a device or a number as the window numbers the ports.\n"
@@ -59,6 +64,10 @@ void help(std::ostream& out) {
 }  // namespace
 
 int run_cli(const Args& argv, std::ostream& out, std::ostream& err) {
+  if (argv.size() == 2 && argv[1] == "--version") {
+    out << "nerit-cli " NERIT_VERSION "\n";
+    return kOk;
+  }
   if (argv.size() < 2 || argv[1] == "--help" || argv[1] == "-h") {
     help(argv.size() < 2 ? err : out);
     return argv.size() < 2 ? kUsage : kOk;

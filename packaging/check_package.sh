@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Makes the Debian package from a built tree, unpacks it into a scratch root and checks it:
-# the files are there, the programs start from there, the dependencies were computed, and the
+# the files and manual pages are there, the programs start from there, the dependencies were computed, and the
 # desktop entry and the AppStream file validate.
 #   packaging/check_package.sh BUILD_DIR
 set -euo pipefail
@@ -16,6 +16,12 @@ metainfo=usr/share/metainfo/io.github.nerit_tuner.NeritTuner.metainfo.xml
 for f in usr/bin/nerit usr/bin/nerit-cli usr/bin/nerit-sim usr/share/applications/nerit.desktop \
   usr/share/icons/hicolor/scalable/apps/nerit.svg "$metainfo"; do
   [ -f "$root/$f" ] || { echo "missing from the package: /$f"; exit 1; }
+done
+
+for program in nerit nerit-cli nerit-sim; do
+  page=$root/usr/share/man/man1/$program.1.gz
+  zcat "$page" 2>/dev/null | grep -q "^\.TH ${program^^} \"1\" .* \"$program 0\.1\.0\"" \
+    || { echo "no manual page /usr/share/man/man1/$program.1.gz, or not for $program 0.1.0"; exit 1; }
 done
 
 "$root/usr/bin/nerit-cli" --help | grep -q "show FILE.inj" || { echo "nerit-cli --help"; exit 1; }

@@ -109,6 +109,8 @@ bool is_switch(std::string_view flag, CommandLine& cl) {
     cl.options.start_in_boot_loader = true;
   } else if (flag == "--help" || flag == "-h") {
     cl.help = true;
+  } else if (flag == "--version") {
+    cl.version = true;
   } else {
     return false;
   }
@@ -146,6 +148,7 @@ std::optional<CommandLine> parse_command_line(const std::vector<std::string>& ar
 std::string usage_text() {
   return "usage: nerit-sim [options]\n"
          "Serves a virtual Nerit controller on a pseudo-terminal; prints its path first.\n"
+         "  --help | --version       this text, or the version\n"
          "  --pacing | --no-pacing   19200-baud output timing (default on)\n"
          "  --interval MS            status frame interval (50)\n"
          "  --debug-interval MS      debug line interval (250)\n"

@@ -11,6 +11,7 @@ namespace nerit::sim {
 struct CommandLine {
   Options options;
   bool help = false;
+  bool version = false;
 };
 
 // The arguments after the program name. Pacing is on unless --no-pacing is given. A bad

@@ -45,6 +45,10 @@ int main(int argc, char** argv) {
     std::fprintf(stderr, "nerit-sim: %s\n%s", error.c_str(), usage_text().c_str());
     return 2;
   }
+  if (cl->version) {
+    std::puts("nerit-sim " NERIT_VERSION);
+    return 0;
+  }
   if (cl->help) {
     std::fputs(usage_text().c_str(), stdout);
     return 0;
