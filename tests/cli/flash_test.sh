@@ -8,27 +8,13 @@
 set -euo pipefail
 cli=$1
 sim=$2
-work=$(mktemp -d)
-sim_pid=
-cleanup() {
-  [ -n "$sim_pid" ] && kill "$sim_pid" 2>/dev/null || true
-  rm -rf "$work"
-}
-trap cleanup EXIT
+. "$(dirname "$0")/sim_support.sh"
 
-# Starts nerit-sim with the given flags, writing each image it takes to $work/flashed.bin; its
-# first line is the device it serves.
-start_sim() {
-  [ -n "$sim_pid" ] && kill "$sim_pid" 2>/dev/null || true
+# The virtual loader programs at once and writes each image it takes to $work/flashed.bin.
+start_loader() {
   rm -f "$work/flashed.bin"
-  : > "$work/sim.out"
-  "$sim" --no-pacing --block-programming-ms 0 --flash-image "$work/flashed.bin" "$@" \
-    > "$work/sim.out" 2>/dev/null &
-  sim_pid=$!
-  for _ in $(seq 50); do [ -s "$work/sim.out" ] && break; sleep 0.1; done
-  device=$(head -1 "$work/sim.out")
+  start_sim --block-programming-ms 0 --flash-image "$work/flashed.bin" "$@"
 }
-fail() { echo "FAILED: $*"; exit 1; }
 # Runs nerit-cli flash; its exit status in $status, its output in $work/out and $work/err.
 flash() {
   set +e
@@ -40,7 +26,7 @@ flash() {
 # A normal update: the image, then erased flash up to the 1016 blocks.
 head -c 100000 /dev/urandom > "$work/image.bin"
 { cat "$work/image.bin"; head -c 30048 /dev/zero | tr '\0' '\377'; } > "$work/expected.bin"
-start_sim
+start_loader
 flash "$work/image.bin" --port "$device"
 [ "$status" = 0 ] || fail "a normal update gave exit status $status: $(cat "$work/err")"
 cmp "$work/flashed.bin" "$work/expected.bin" || fail "the loader took other bytes"
@@ -54,35 +40,35 @@ last=$(tr '\r' '\n' < "$work/err" | grep -v '^ *$' | tail -1)
 # blocks are never sent.
 head -c 130084 /dev/urandom > "$work/largest.bin"
 head -c 130048 "$work/largest.bin" > "$work/expected.bin"
-start_sim --boot-loader
+start_loader --boot-loader
 flash "$work/largest.bin" --port "$device" --recovery
 [ "$status" = 0 ] || fail "a recovery gave exit status $status: $(cat "$work/err")"
 cmp "$work/flashed.bin" "$work/expected.bin" || fail "the loader took other bytes in recovery"
 
 # One byte too many: refused before anything goes out.
 head -c 130085 /dev/urandom > "$work/large.bin"
-start_sim --boot-loader
+start_loader --boot-loader
 flash "$work/large.bin" --port "$device" --recovery
 [ "$status" = 5 ] || fail "a file of 130085 bytes gave exit status $status"
 grep -q "large.bin has 130085 bytes, more than the 130084" "$work/err" || fail "$(cat "$work/err")"
 [ ! -e "$work/flashed.bin" ] || fail "the loader took an image from a file too large"
 
 # Reply 1 is the 0x05, replies 2..40 acknowledge blocks 1..39; block 40's never comes.
-start_sim --silent-after 40
+start_loader --silent-after 40
 flash "$work/image.bin" --port "$device" --timeout 300
 [ "$status" = 4 ] || fail "a silent loader gave exit status $status"
 grep -q "^nerit-cli flash: the boot loader did not acknowledge block 40 of 1016 within 300 ms$" \
   "$work/err" || fail "$(cat "$work/err")"
 
 # Reply 1018 is the 0x07 after the last block's 0x06: the update is not taken as done.
-start_sim --drop 1018
+start_loader --drop 1018
 flash "$work/image.bin" --port "$device" --timeout 300
 [ "$status" = 4 ] || fail "a missing end of programming gave exit status $status"
 grep -q "^nerit-cli flash: the boot loader did not report the end of programming within 300 ms$" \
   "$work/err" || fail "$(cat "$work/err")"
 
 # Nothing answers the start request.
-start_sim --silent-at 0
+start_loader --silent-at 0
 flash "$work/image.bin" --port "$device" --timeout 300
 [ "$status" = 3 ] || fail "a silent controller gave exit status $status"
 grep -q "^nerit-cli flash: no controller answered the boot-loader request on $device within 300 ms$" \
