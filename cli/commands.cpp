@@ -24,9 +24,11 @@ const std::vector<Command>& commands() {
        "switches the stream on and writes the data log (to standard output without FILE) until "
        "--seconds, --frames or Ctrl-C; the stream goes off again",
        run_log},
-      {"flash", "IMAGE.bin --port DEVICE|N [--recovery] [--timeout MS]",
-       "sends a firmware image to the boot loader; a lost acknowledgement ends the update (no "
-       "block is sent twice); --recovery when the loader already waits",
+      {"flash",
+       "IMAGE.bin --port DEVICE|N [--recovery] [--no-backup] [--timeout MS] [--data-dir DIR]",
+       "keeps a restore point of the tune, then sends a firmware image to the boot loader; a "
+       "lost acknowledgement ends the update (no block is sent twice); --recovery when the "
+       "loader already waits",
        run_flash},
       {"show", "FILE.inj", "the settings and both maps of a tune as text", run_show},
       {"diff", "A.inj B.inj", "the settings and cells that differ (exit status 1 when any do)",

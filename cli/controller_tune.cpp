@@ -1,6 +1,10 @@
 #include "cli/controller_tune.h"
 
+#include <QDateTime>
+#include <ostream>
+
 #include "cli/command.h"
+#include "files/restore_points.h"
 #include "files/tune_file.h"
 #include "files/tune_memory.h"
 #include "shell/errors.h"
@@ -22,6 +26,31 @@ Tune read_controller_tune(ControllerLine& line, const LoadAxisInputs& in) {
     throw CliFailure(kRefused, "the controller reports " + std::to_string(tune.zylinder) +
                                    " cylinders; only 4, 6 and 8 give its speed axis");
   return tune;
+}
+
+namespace {
+
+DateTime now() {
+  const QDateTime t = QDateTime::currentDateTime();
+  return {t.date().year(), t.date().month(),  t.date().day(),
+          t.time().hour(), t.time().minute(), t.time().second()};
+}
+
+}  // namespace
+
+void keep_restore_point(ControllerLine& line, const LoadAxisInputs& in,
+                        const std::filesystem::path& data_folder, const std::string& action,
+                        std::ostream& err) {
+  const Tune held = read_controller_tune(line, in);
+  try {
+    const auto file = save_restore_point(data_folder / "backups", held, restore_point_stamp(now()),
+                                         action, "read");
+    err << "restore point: " << file.string() << "\n";
+  } catch (const std::exception& e) {
+    throw CliFailure(kBadFile, std::string("the controller's tune cannot be kept as a restore "
+                                           "point (") +
+                                   e.what() + "); --no-backup goes on without one");
+  }
 }
 
 Tune tune_to_send(const std::filesystem::path& file, const LoadAxisInputs& in) {

@@ -8,6 +8,7 @@
 #include "cli/cli_options.h"
 #include "cli/command.h"
 #include "cli/controller_line.h"
+#include "cli/controller_tune.h"
 #include "firmware/firmware_image.h"
 #include "shell/data_files.h"
 
@@ -129,7 +130,7 @@ class Transfer {
 }  // namespace
 
 int run_flash(const Args& args, std::ostream& out, std::ostream& err) {
-  const ParsedArgs a = parse_args(args, {"--port", "--timeout"}, {"--recovery"});
+  const ParsedArgs a = parse_args(args, kLineOptions, {"--recovery", "--no-backup"});
   if (a.positional.size() != 1) throw UsageError("one IMAGE.bin to send, please");
   const std::string port = port_of(a);
   const int timeout_ms = a.number("--timeout", kDefaultTimeoutMs, 1);
@@ -139,7 +140,14 @@ int run_flash(const Args& args, std::ostream& out, std::ostream& err) {
   ControllerLine line(port, timeout_ms, err);
   Transfer transfer(line, err);
   // --recovery: the loader already waits (after a failed update), silent until bytes come.
-  if (!a.has("--recovery")) transfer.enter_boot_loader();
+  if (!a.has("--recovery")) {
+    if (!a.has("--no-backup")) {
+      err << "connected: " << line.connect() << "\n";
+      const std::filesystem::path data = data_folder_of(a);
+      keep_restore_point(line, load_axis_inputs(data), data, "nerit-cli flash", err);
+    }
+    transfer.enter_boot_loader();
+  }
   transfer.send_image(image);
   out << "flashed " << file << " (" << image.size() << " bytes)\n";
   return kOk;

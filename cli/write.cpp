@@ -1,4 +1,3 @@
-#include <QDateTime>
 #include <ostream>
 #include <sstream>
 
@@ -6,34 +5,11 @@
 #include "cli/command.h"
 #include "cli/controller_line.h"
 #include "cli/controller_tune.h"
-#include "files/restore_points.h"
 #include "files/tune_memory.h"
 
 namespace nerit::cli {
 
 namespace {
-
-DateTime now() {
-  const QDateTime t = QDateTime::currentDateTime();
-  return {t.date().year(), t.date().month(),  t.date().day(),
-          t.time().hour(), t.time().minute(), t.time().second()};
-}
-
-// Keeps the controller's tune before it is overwritten; a tune that cannot be kept stops
-// the write.
-void keep_restore_point(ControllerLine& line, const LoadAxisInputs& in,
-                        const std::filesystem::path& data, std::ostream& err) {
-  const Tune held = read_controller_tune(line, in);
-  try {
-    const auto file = save_restore_point(data / "backups", held, restore_point_stamp(now()),
-                                         "nerit-cli write", "read");
-    err << "restore point: " << file.string() << "\n";
-  } catch (const std::exception& e) {
-    throw CliFailure(kBadFile, std::string("the controller's tune cannot be kept as a restore "
-                                           "point (") +
-                                   e.what() + "); --no-backup writes without one");
-  }
-}
 
 // Reads the blocks back: a block that differs is one the controller did not take.
 void verify(ControllerLine& line, const MemoryImage& sent) {
@@ -60,10 +36,11 @@ int run_write(const Args& args, std::ostream& out, std::ostream& err) {
 
   ControllerLine line(port_of(a), a.number("--timeout", kDefaultTimeoutMs, 1), err);
   err << "connected: " << line.connect() << "\n";
-  if (!a.has("--no-backup")) keep_restore_point(line, in, data, err);
+  if (!a.has("--no-backup")) keep_restore_point(line, in, data, "nerit-cli write", err);
   write_memory(line, memory);
   verify(line, memory);
-  out << "wrote " << a.positional[0] << " into the working memory\n";
+  out << "wrote " << a.positional[0] << " into the working memory"
+      << (a.has("--permanent") ? "\n" : " (lost at power-off until made permanent)\n");
   if (a.has("--eeprom")) {
     write_eeprom(line, eeprom);
     out << "wrote it to the EEPROM\n";

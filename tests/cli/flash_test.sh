@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
-# nerit-cli flash against nerit-sim's boot loader: the loader receives the image followed by
+# nerit-cli flash against nerit-sim's boot loader: a restore point of the tune is kept first,
+# then the loader receives the image followed by
 # 0xFF up to 130048 bytes, after the start request or (--recovery) at once; a file above
 # 130084 bytes is refused with nothing sent (exit 5); a loader that stops acknowledging a block
 # or does not report the end of programming ends the update with exit status 4, a controller
@@ -27,8 +28,13 @@ flash() {
 head -c 100000 /dev/urandom > "$work/image.bin"
 { cat "$work/image.bin"; head -c 30048 /dev/zero | tr '\0' '\377'; } > "$work/expected.bin"
 start_loader
-flash "$work/image.bin" --port "$device"
+flash "$work/image.bin" --port "$device" --data-dir "$work/data"
 [ "$status" = 0 ] || fail "a normal update gave exit status $status: $(cat "$work/err")"
+# The tune is kept before the boot loader starts.
+grep -q "^restore point: $work/data/backups/.*_nerit-cli flash_read.inj$" "$work/err" ||
+  fail "no restore point: $(cat "$work/err")"
+"$cli" show "$work"/data/backups/*_read.inj > "$work/shown" || fail "show: $(cat "$work/shown")"
+grep -q "^Zylinder  *4$" "$work/shown" || fail "restore point $(cat "$work/shown")"
 cmp "$work/flashed.bin" "$work/expected.bin" || fail "the loader took other bytes"
 [ "$(cat "$work/out")" = "flashed $work/image.bin (100000 bytes)" ] || fail "printed '$(cat "$work/out")'"
 grep -q $'\r' "$work/err" || fail "no progress line rewritten in place: $(cat "$work/err")"
@@ -53,23 +59,24 @@ flash "$work/large.bin" --port "$device" --recovery
 grep -q "large.bin has 130085 bytes, more than the 130084" "$work/err" || fail "$(cat "$work/err")"
 [ ! -e "$work/flashed.bin" ] || fail "the loader took an image from a file too large"
 
-# Reply 1 is the 0x05, replies 2..40 acknowledge blocks 1..39; block 40's never comes.
+# Without a restore point, reply 1 is the 0x05, replies 2..40 acknowledge blocks 1..39;
+# block 40's never comes.
 start_loader --silent-after 40
-flash "$work/image.bin" --port "$device" --timeout 300
+flash "$work/image.bin" --port "$device" --timeout 300 --no-backup
 [ "$status" = 4 ] || fail "a silent loader gave exit status $status"
 grep -q "^nerit-cli flash: the boot loader did not acknowledge block 40 of 1016 within 300 ms$" \
   "$work/err" || fail "$(cat "$work/err")"
 
 # Reply 1018 is the 0x07 after the last block's 0x06: the update is not taken as done.
 start_loader --drop 1018
-flash "$work/image.bin" --port "$device" --timeout 300
+flash "$work/image.bin" --port "$device" --timeout 300 --no-backup
 [ "$status" = 4 ] || fail "a missing end of programming gave exit status $status"
 grep -q "^nerit-cli flash: the boot loader did not report the end of programming within 300 ms$" \
   "$work/err" || fail "$(cat "$work/err")"
 
 # Nothing answers the start request.
 start_loader --silent-at 0
-flash "$work/image.bin" --port "$device" --timeout 300
+flash "$work/image.bin" --port "$device" --timeout 300 --no-backup
 [ "$status" = 3 ] || fail "a silent controller gave exit status $status"
 grep -q "^nerit-cli flash: no controller answered the boot-loader request on $device within 300 ms$" \
   "$work/err" || fail "$(cat "$work/err")"

@@ -63,7 +63,8 @@ set -e
 [ "$status" = 1 ] || fail "diff of a changed cell gave exit status $status"
 grep -q "row 1, column 3" "$work/out" || fail "diff said $(cat "$work/out")"
 
-"$cli" read --json "${line[@]}" 2> /dev/null | grep -q '"rpmfaktor":30000000' || fail "read --json"
+"$cli" read --json "${line[@]}" > "$work/tune.json" 2> /dev/null || fail "read --json"
+grep -q '"rpmfaktor":30000000' "$work/tune.json" || fail "read --json printed $(cat "$work/tune.json")"
 
 "$cli" write "$work/a.inj" "${line[@]}" --no-backup --eeprom --permanent > "$work/out" 2> /dev/null \
   || fail "write --eeprom --permanent"
