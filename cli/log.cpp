@@ -38,10 +38,7 @@ StatusScales scales_of(ControllerLine& line, const PressureTable& pressure) {
   const SettingsBlockA a = read_settings_block_a(line.read_block(kSettingsBlockA));
   const SettingsBlockB b = read_settings_block_b(line.read_block(kSettingsBlockB));
   StatusScales k;
-  k.rpmfaktor = b.zylinder == 4   ? 30000000
-                : b.zylinder == 6 ? 20000000
-                : b.zylinder == 8 ? 15000000
-                                  : 0;
+  k.rpmfaktor = rpmfaktor_of_cylinders(b.zylinder);
   k.tps_min = a.tps_min;
   k.tps_max = a.tps_max;
   k.pressure = &pressure;

@@ -122,19 +122,6 @@ std::int16_t rpm_heading(std::int32_t rpmfaktor, int period) {
   return static_cast<std::int16_t>(std::clamp(rpm, -32768.0, 32767.0));
 }
 
-std::int32_t rpmfaktor_of(int zylinder, std::int32_t otherwise) {
-  switch (zylinder) {
-    case 4:
-      return 30000000;
-    case 6:
-      return 20000000;
-    case 8:
-      return 15000000;
-    default:
-      return otherwise;
-  }
-}
-
 }  // namespace
 
 MemoryImage memory_from_tune(const Tune& t) {
@@ -182,7 +169,8 @@ Tune tune_from_memory(const MemoryImage& m, std::int32_t rpmfaktor, const LoadAx
   for (std::size_t k = 0; k < kAccelParamsInBlockB.size(); ++k)
     t.accel_param[at(kAccelParamsInBlockB[k])] = static_cast<std::uint8_t>(b.accel[k]);
   t.seq_faktor = m[1][10];
-  t.rpmfaktor = rpmfaktor_of(t.zylinder, rpmfaktor);
+  t.rpmfaktor = rpmfaktor_of_cylinders(t.zylinder);
+  if (t.rpmfaktor == 0) t.rpmfaktor = rpmfaktor;
 
   LoadAxisInputs axis = in;
   axis.tps_min = t.tps_min;

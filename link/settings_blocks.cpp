@@ -45,6 +45,19 @@ FrameData settings_block_b(const Form1Controls& c, const ProgramState& vars) {
   return d;
 }
 
+int rpmfaktor_of_cylinders(int zylinder) {
+  switch (zylinder) {
+    case 4:
+      return 30000000;
+    case 6:
+      return 20000000;
+    case 8:
+      return 15000000;
+    default:
+      return 0;
+  }
+}
+
 SettingsBlockA read_settings_block_a(const FrameData& d) {
   auto word = [&d](std::size_t i) { return d[i] + 256 * d[i + 1]; };
   SettingsBlockA a;

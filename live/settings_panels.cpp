@@ -68,9 +68,7 @@ void SettingsPanels::show_block_b(const SettingsBlockB& b) {
   c_.boost_start = b.boost_start;
   c_.boost_set = b.boost_set;
   vars_.zylinder = b.zylinder;
-  if (b.zylinder == 4) vars_.rpmfaktor = 30000000;
-  if (b.zylinder == 6) vars_.rpmfaktor = 20000000;
-  if (b.zylinder == 8) vars_.rpmfaktor = 15000000;
+  if (const int faktor = rpmfaktor_of_cylinders(b.zylinder)) vars_.rpmfaktor = faktor;
   vars_.injchannels = b.injchannels;
   c_.Check6.value = b.map_flags & 1;
   c_.Check4.value = (b.map_flags >> 1) & 1;
