@@ -107,6 +107,8 @@ bool is_switch(std::string_view flag, CommandLine& cl) {
     cl.options.demo_tune = true;
   } else if (flag == "--boot-loader") {
     cl.options.start_in_boot_loader = true;
+  } else if (flag == "--forget-writes") {
+    cl.options.faults.forget_ram_writes = true;
   } else if (flag == "--help" || flag == "-h") {
     cl.help = true;
   } else if (flag == "--version") {
@@ -169,7 +171,8 @@ std::string usage_text() {
          "  --silent-at MS           send nothing from MS on\n"
          "  --silent-after N         send nothing after N replies\n"
          "  --vanish-at MS           close the line at MS\n"
-         "  --vanish-after N         close the line once reply N has gone out\n";
+         "  --vanish-after N         close the line once reply N has gone out\n"
+         "  --forget-writes          acknowledge working-memory writes without storing them\n";
 }
 
 }  // namespace nerit::sim

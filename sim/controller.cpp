@@ -178,7 +178,7 @@ void Controller::handle(double now_ms, const CommandFrame& f) {
       reply(now_ms, block_reply(reply::kRamBlock, address, memory_.ram.block(address)));
       break;
     case command::kRamWrite:
-      memory_.ram.set_block(address, f.data);
+      if (!options_.faults.forget_ram_writes) memory_.ram.set_block(address, f.data);
       reply(now_ms, text_reply("Write SDram"));
       break;
     case command::kEepromWrite:

@@ -23,6 +23,7 @@ struct Faults {
   std::optional<int> silent_after_replies;  // nothing is sent after this many replies
   std::optional<double> vanish_at_ms;       // the line goes away at this time
   std::optional<int> vanish_after_replies;  // ... or once this reply has been sent
+  bool forget_ram_writes = false;           // 0x0B writes are acknowledged but not stored
 };
 
 struct Options {

@@ -3,7 +3,8 @@
 # numbers a named device first, a silent controller ends with exit status 3 (no controller)
 # and so does a device that does not exist; read -> write -> read gives the same file, a
 # changed cell reads back and diff names it, "log" writes N rows and switches the stream off,
-# Ctrl-C ends a log cleanly, and a controller that goes silent mid-read ends with status 4.
+# Ctrl-C ends a log cleanly, a controller that does not keep what is written ends with status
+# 6, and one that goes silent mid-read with status 4.
 #   online_test.sh NERIT_CLI NERIT_SIM
 set -euo pipefail
 cli=$1
@@ -87,6 +88,16 @@ sleep 1
 kill -INT "$log_pid"
 wait "$log_pid" || fail "a log ended by Ctrl-C exited with $?"
 grep -q "^[1-9][0-9]* rows$" "$work/err" || fail "Ctrl-C log said $(cat "$work/err")"
+
+# A controller that acknowledges writes without keeping them: the read-back names the first block that differs (the load axis: from the sensor table).
+start_sim --forget-writes
+set +e
+"$cli" write "$work/c.inj" "${line[@]}" --no-backup > /dev/null 2> "$work/err"
+status=$?
+set -e
+[ "$status" = 6 ] || fail "a controller that kept nothing gave exit status $status"
+grep -q "^nerit-cli write: block 0x260 reads back differently after the write$" "$work/err" \
+  || fail "$(cat "$work/err")"
 
 # Silent after the connect and four blocks: the read asks again twice, then gives up.
 start_sim --silent-after 5

@@ -58,6 +58,16 @@ TEST(SimCommands, WritesAreAcknowledgedAndReadBackEachInItsOwnMemory) {
                 "\r\n");
 }
 
+TEST(SimCommands, AControllerThatForgetsWritesAcknowledgesThemAndKeepsItsMemory) {
+  Options o;
+  o.faults.forget_ram_writes = true;
+  Controller c(o);
+  const MemoryWindow ram = c.working_memory();
+  EXPECT_EQ(joined(exchange(c, 0, command(0x0B, 0x02B0, Block{1, 2, 3}), 0)),
+            text_reply("Write SDram"));
+  EXPECT_EQ(c.working_memory(), ram);
+}
+
 TEST(SimCommands, ReloadCopiesTheReducedEepromImageBackIntoWorkingMemoryWithoutAnAnswer) {
   Controller c;  // the default EEPROM holds the reduced copy of the default tune
   c.receive(0, command(0x06));
