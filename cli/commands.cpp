@@ -1,4 +1,5 @@
 #include <ostream>
+#include <sstream>
 
 #include "cli/command.h"
 #include "cli/controller_line.h"
@@ -48,13 +49,21 @@ void help(std::ostream& out) {
          "Reads, writes, logs and flashes a Nerit controller, and works on tune files (.inj),\n"
          "from a terminal.\n\ncommands:\n";
   for (const Command& c : commands()) {
-    std::string head = std::string("  ") + c.name + " " + c.usage;
-    // A long usage line puts its summary on a line of its own.
-    if (head.size() < 36)
-      head.resize(38, ' ');
-    else
-      head += "\n" + std::string(38, ' ');
-    out << head << c.summary << "\n";
+    // The usage line, then the summary under it, wrapped at 80 columns.
+    out << "  " << c.name << " " << c.usage;
+    std::size_t column = 80;
+    std::istringstream words(c.summary);
+    for (std::string word; words >> word; column += word.size()) {
+      if (column + 1 + word.size() > 80) {
+        out << "\n      ";
+        column = 6;
+      } else {
+        out << ' ';
+        ++column;
+      }
+      out << word;
+    }
+    out << "\n";
   }
   out << "\nEvery wait for the controller ends after --timeout MS (2000); a lost answer is asked\n"
          "for twice more. --port takes a device or a number as the window numbers the ports.\n"
