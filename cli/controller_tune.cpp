@@ -10,6 +10,7 @@
 #include "shell/errors.h"
 #include "shell/numbers.h"
 #include "shell/pressure_tables.h"
+#include "ui/qt_date_time.h"
 
 namespace nerit::cli {
 
@@ -28,23 +29,14 @@ Tune read_controller_tune(ControllerLine& line, const LoadAxisInputs& in) {
   return tune;
 }
 
-namespace {
-
-DateTime now() {
-  const QDateTime t = QDateTime::currentDateTime();
-  return {t.date().year(), t.date().month(),  t.date().day(),
-          t.time().hour(), t.time().minute(), t.time().second()};
-}
-
-}  // namespace
-
 void keep_restore_point(ControllerLine& line, const LoadAxisInputs& in,
                         const std::filesystem::path& data_folder, const std::string& action,
                         std::ostream& err) {
   const Tune held = read_controller_tune(line, in);
   try {
-    const auto file = save_restore_point(data_folder / "backups", held, restore_point_stamp(now()),
-                                         action, "read");
+    const auto file = save_restore_point(
+        data_folder / "backups", held,
+        restore_point_stamp(ui::date_time_of(QDateTime::currentDateTime())), action, "read");
     err << "restore point: " << file.string() << "\n";
   } catch (const std::exception& e) {
     throw CliFailure(kBadFile, std::string("the controller's tune cannot be kept as a restore "

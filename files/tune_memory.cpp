@@ -13,7 +13,6 @@ namespace nerit {
 
 namespace {
 
-constexpr int kVortexTicks = 250000;  // 4 µs ticks a second
 constexpr int kSettingsBlocks = 2, kAxisBlocks = 4;
 constexpr int kFirstCorrectionBlock = kSettingsBlocks + kAxisBlocks;
 constexpr int kFirstAirflowBlock = kFirstCorrectionBlock + kTuneMapSize;
@@ -118,8 +117,7 @@ std::int16_t airflow_cell(const FrameData& d, int j, int airflowtype, int row, i
 // period too short for any engine shows the largest heading a tune holds.
 std::int16_t rpm_heading(std::int32_t rpmfaktor, int period) {
   if (period == 0) return 0;
-  const double rpm = round_half_even(static_cast<double>(rpmfaktor) / period / 100) * 100;
-  return static_cast<std::int16_t>(std::clamp(rpm, -32768.0, 32767.0));
+  return static_cast<std::int16_t>(std::clamp(speed_heading(rpmfaktor, period), -32768.0, 32767.0));
 }
 
 }  // namespace

@@ -9,12 +9,10 @@ namespace nerit {
 
 namespace {
 
-constexpr double kVortexTicks = 250000;  // 4 µs ticks a second
-
 // What writing the text back computes, exactly as the encoder does it.
 double word_written_back(const std::string& text) {
   const double v = val(text);
-  return v > 0 ? floor_part(kVortexTicks / v) : -1;
+  return v > 0 ? floor_part(static_cast<double>(kVortexTicks) / v) : -1;
 }
 
 }  // namespace
@@ -44,7 +42,7 @@ std::string airflow_cell_text(std::uint8_t low, std::uint8_t high, double airflo
   if (word == 0) return "0";  // no period: no frequency to show
   // Every Hz in (250000 / (word + 1), 250000 / word] writes back as this word; show the one
   // with the fewest decimals, rounded down from the upper end (rounding up leaves the range).
-  const double upper = kVortexTicks / word;
+  const double upper = static_cast<double>(kVortexTicks) / word;
   for (int decimals = 0; decimals <= 12; ++decimals) {
     const double scale = std::pow(10.0, decimals);
     const std::string text = number_text(std::floor(upper * scale) / scale);

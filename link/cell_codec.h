@@ -6,6 +6,9 @@
 
 namespace nerit {
 
+// The controller's clock for vortex periods: 4 µs ticks, 250000 a second.
+inline constexpr int kVortexTicks = 250000;
+
 // Injector correction, percent: value x 1.27 + 128, ties to even (128 is 0 %).
 std::uint8_t correction_byte(double percent);
 std::string correction_cell_text(std::uint8_t stored);

@@ -58,6 +58,10 @@ int rpmfaktor_of_cylinders(int zylinder) {
   }
 }
 
+double speed_heading(double rpmfaktor, int period) {
+  return round_half_even(rpmfaktor / period / 100) * 100;
+}
+
 SettingsBlockA read_settings_block_a(const FrameData& d) {
   auto word = [&d](std::size_t i) { return d[i] + 256 * d[i + 1]; };
   SettingsBlockA a;

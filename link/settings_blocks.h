@@ -42,6 +42,8 @@ inline constexpr std::array<int, 5> kAccelParamsInBlockB = {0, 1, 3, 4, 5};
 // The speed factor block B's cylinder count gives (rpmfaktor / period = rpm): 4, 6 and 8
 // cylinders give 30000000, 20000000 and 15000000; any other count 0 (the factor stays).
 int rpmfaktor_of_cylinders(int zylinder);
+// The speed a period shows as its heading: rpmfaktor / period in whole hundreds of rpm.
+double speed_heading(double rpmfaktor, int period);
 
 SettingsBlockA read_settings_block_a(const FrameData& d);
 SettingsBlockB read_settings_block_b(const FrameData& d);

@@ -2,6 +2,7 @@
 
 #include "link/cell_codec.h"
 #include "link/memory_map.h"
+#include "link/settings_blocks.h"
 #include "shell/numbers.h"
 
 namespace nerit {
@@ -23,8 +24,7 @@ void MapBlocks::show(const MemoryBlockReply& m) {
       const int col = first + k;
       const int period = c_.rpm_points[static_cast<std::size_t>(col)];
       if (period == 0) continue;  // an unset point has no speed to show
-      const double rpm = vars_.rpmfaktor / period;
-      const std::string heading = number_text(round_half_even(rpm / 100) * 100);
+      const std::string heading = number_text(speed_heading(vars_.rpmfaktor, period));
       c_.MSFlexGrid2.set_text(0, col, heading);
       c_.MSFlexGrid3.set_text(0, col, heading);
     }

@@ -12,6 +12,7 @@
 
 #include "shell/controls.h"
 #include "shell/errors.h"
+#include "ui/qt_date_time.h"
 
 namespace nerit::ui {
 
@@ -185,8 +186,7 @@ DateTime QtClock::now() const {
   const long long at = steady_.elapsed();
   if (at < next_second_ms_) return second_;
   const QDateTime t = QDateTime::currentDateTime();
-  second_ = {t.date().year(), t.date().month(),  t.date().day(),
-             t.time().hour(), t.time().minute(), t.time().second()};
+  second_ = date_time_of(t);
   next_second_ms_ = at + 1000 - t.time().msec();
   return second_;
 }
