@@ -93,13 +93,6 @@ TEST_F(DataLogTest, StartWritesTheHeaderAndEachStatusFrameOneCrLfRow) {
                                        "5000;0;262140;99;155;100;2500\r\n");
 }
 
-TEST_F(DataLogTest, ARecordingWithoutFramesHoldsOnlyTheHeader) {
-  stream(1);
-  f.data_log.lstart_Click();
-  f.data_log.lstop_Click();
-  EXPECT_EQ(read_text(log_file()), kHeader);
-}
-
 TEST_F(DataLogTest, ASecondRecordingInTheSameSecondOverwritesTheFirst) {
   stream(1);
   f.data_log.lstart_Click();

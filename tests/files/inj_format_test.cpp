@@ -1,5 +1,5 @@
-// The settings file's layout: every field at its offset, the correction cells' +100, the
-// bytes a save keeps, and the files a load refuses.
+// The settings file's layout: every field at its offset, the bytes a save keeps, and the files
+// a load refuses.
 #include "files/inj_format.h"
 
 #include <gtest/gtest.h>
@@ -45,41 +45,6 @@ TEST(InjFormat, DecodesEveryFieldOfAPositionedFile) {
 TEST(InjFormat, EncodingADecodedFileGivesItsBytesBack) {
   const InjGolden g;
   EXPECT_EQ(encode_inj(decode_inj(g.bytes)), g.bytes);
-}
-
-TEST(InjFormat, CorrectionCellsAreStoredPlus100) {
-  Tune t = golden_tune();
-  t.correction[0][0] = 0;
-  t.correction[0][1] = -100;
-  t.correction[0][2] = 155;
-  const auto b = encode_inj(t);
-  EXPECT_EQ(b[112], 100);
-  EXPECT_EQ(b[113], 0);
-  EXPECT_EQ(b[114], 255);
-}
-
-TEST(InjFormat, AStored255ReadsAsCell155) {
-  InjGolden g;
-  g.put(112 + 16 * 2 + 4, 1, 255);
-  EXPECT_EQ(decode_inj(g.bytes).correction[2][4], 155);
-}
-
-TEST(InjFormat, SixteenBitFieldsAreSignedLittleEndian) {
-  Tune t = golden_tune();
-  t.injoffset_in = 0x0123;
-  t.airflow[0][0] = -1;
-  const auto b = encode_inj(t);
-  EXPECT_EQ(b[20], 0x23);
-  EXPECT_EQ(b[21], 0x01);
-  EXPECT_EQ(b[368], 0xFF);
-  EXPECT_EQ(b[369], 0xFF);
-  EXPECT_EQ(decode_inj(b).airflow[0][0], -1);
-}
-
-TEST(InjFormat, ANewFileIs880BytesWithZerosWhereNothingIsWritten) {
-  const auto b = encode_inj(golden_tune());
-  ASSERT_EQ(b.size(), 880u);
-  for (std::size_t i : {4u, 10u, 15u, 44u, 47u}) EXPECT_EQ(b[i], 0) << i;
 }
 
 TEST(InjFormat, SavingOverALongerFileKeepsItsUnwrittenBytesAndItsTail) {

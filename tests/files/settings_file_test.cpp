@@ -273,19 +273,6 @@ TEST_F(SettingsFileTest, AShortFileChangesNothingInTheWindow) {
   EXPECT_EQ(f.c.MSFlexGrid2.text(1, 1), "0");
 }
 
-TEST_F(SettingsFileTest, AZeroHeadingChangesNothingInTheWindow) {
-  InjGolden g;
-  g.put(48, 2, 0);
-  write_file_bytes(golden_file, g.bytes);
-  fp.dialogs.expect(
-      "Error|Critical|Ok|golden.inj is no settings file: RPM column 1 has the heading 0; the "
-      "speed points divide by it.");
-  load(golden_file);
-  EXPECT_TRUE(f.c.List1.items.empty());
-  EXPECT_EQ(f.vars.rpmfaktor, 0);
-  EXPECT_EQ(f.c.rpm_points[1], 0);
-}
-
 TEST_F(SettingsFileTest, ABarValueOutsideItsRangeChangesNothing) {
   InjGolden g;
   g.put(37, 1, 9);  // throttle filter runs 0..8

@@ -94,9 +94,8 @@ TEST(TuneMemory, EveryVoltageStepWritesBackTheSame) {
 
 TEST(TuneMemory, EveryVortexPeriodOfAWholeHzWritesBackTheSame) {
   for (int first = 20; first <= 5000; first += 256) {
-    const MemoryImage m = with_airflow_bytes(0, [first](int k) {
-      return airflow_bytes(std::min(first + k, 5000), 0);
-    });
+    const MemoryImage m = with_airflow_bytes(
+        0, [first](int k) { return airflow_bytes(std::min(first + k, 5000), 0); });
     ASSERT_EQ(round_trip(m), m) << "from " << first << " Hz";
   }
 }
@@ -161,13 +160,6 @@ TEST(TuneMemory, ACorrectionAbove100CannotBeSentAndTheCellIsNamed) {
                  "Correction map row 5, column 9: 101 cannot be sent (the controller takes -100 "
                  "to 100).");
   }
-}
-
-TEST(TuneMemory, AnAirflowFrequencyOf0CannotBeSent) {
-  Tune t = golden_tune();
-  t.airflowtype = 0;
-  t.airflow[0][3] = 0;
-  EXPECT_THROW(memory_from_tune(t), ProgramError);
 }
 
 TEST(TuneMemory, ASpeedPointAbove16BitsCannotBeSent) {

@@ -325,11 +325,5 @@ TEST_F(Form2Test, PortOpenUsesPort14) {
   EXPECT_TRUE(form.c.Command5.enabled);
 }
 
-TEST_F(Form2TransferTest, UnloadClosesThePortThenAsksForARestart) {
-  fp.dialogs.expect("Hinweis|None|Ok|Please restart Nerit");
-  form.Form_Unload();
-  EXPECT_FALSE(port().port_open());
-}
-
 }  // namespace
 }  // namespace nerit::testing

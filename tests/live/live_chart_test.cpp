@@ -58,12 +58,5 @@ TEST(LiveChart, EachSliceGivesItsLowAndHighSoASpikeStaysVisible) {
   EXPECT_EQ(spans[2].high, 950);
 }
 
-TEST(LiveChart, ChannelsAreDrawnAsShareOfTheirRange) {
-  EXPECT_EQ(chart_share(kChartSpeed, 4000), 0.5);
-  EXPECT_EQ(chart_share(kChartBoost, -100), 0);
-  EXPECT_EQ(chart_share(kChartBoost, 150), 1);
-  EXPECT_EQ(chart_share(kChartThrottle, 25), 0.25);
-}
-
 }  // namespace
 }  // namespace nerit

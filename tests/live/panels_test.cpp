@@ -75,22 +75,6 @@ TEST_F(PanelsTest, AChangedBarSendsBlockBWithoutWaiting) {
   EXPECT_EQ(f.c.List1.items, Strings{"12:00:00 -> Write SDram @ 0x250"});
 }
 
-TEST_F(PanelsTest, TheThrottleDurationBarSendsBlockBUnchanged) {
-  go_online();
-  pc.HScroll1[2].value = 99;
-  f.acceleration_fuel.HScroll1_Change(2);
-  EXPECT_EQ(f.c.accel_param[2], 99);
-  EXPECT_EQ(sent(), Strings{frame_hex("55 0B 02 50", {100, 128, 4, 15, 1, 2, 50, 2, 50, 0, 1})});
-}
-
-TEST_F(PanelsTest, OfflineABarChangeOnlyKeepsItsValue) {
-  pc.HScroll1[5].value = 31;
-  f.acceleration_fuel.HScroll1_Change(5);
-  EXPECT_EQ(f.c.accel_param[5], 31);
-  EXPECT_EQ(pc.Label8[5].caption, "31");
-  EXPECT_TRUE(peer.frames.empty());
-}
-
 // --- boost control ---------------------------------------------------------------------------
 
 TEST_F(PanelsTest, BoostApplySendsStartByteAndSetRoundedToEven) {

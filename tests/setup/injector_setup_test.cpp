@@ -81,14 +81,6 @@ TEST_F(InjectorSetupTest, EnterClampsAnOffsetAbove2000AndSends2000) {
   EXPECT_EQ(fp.comm.output_calls, 22);  // one character a write
 }
 
-TEST_F(InjectorSetupTest, EnterSendsEachOffsetHighByteFirst) {
-  go_online();
-  type_injectors("1000", "2000", "440", "550");
-  enter(kSizeNew);
-  EXPECT_EQ(wire(), frame_hex(0x03, {140, 3, 232, 7, 208, 102, 7}));
-  EXPECT_EQ(c3.Text2[kOffsetOut].text, "2000");  // 2000 itself is kept
-}
-
 TEST_F(InjectorSetupTest, EnterStoresOffsetsSizesAndTheSizeRatio) {
   type_injectors("1000", "800", "440", "550");
   enter(kSizeOld);

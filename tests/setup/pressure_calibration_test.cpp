@@ -76,35 +76,6 @@ TEST_F(PressureCalibrationTest, AVoltageAbove5VoltsStopsTheListAtTheLineBeforeAn
   EXPECT_FALSE(file_exists(kRawFile));
 }
 
-TEST_F(PressureCalibrationTest, SavingASmallerMaxPKeepsTheOldBytesBeyondIt) {
-  choose_sensor(1);
-  calculate_and_save();
-  const Bytes old_sensor = file_bytes(kSensorFile);
-  type_sensor("0,004", "0,04", "100");  // raw (0.004 P + 0.04) x 255
-  calculate_and_save();
-  const Bytes sensor = file_bytes(kSensorFile);
-  ASSERT_EQ(sensor.size(), 251u);
-  EXPECT_EQ(sensor[100], 112);  // 112.2
-  EXPECT_EQ(Bytes(sensor.begin() + 101, sensor.end()),
-            Bytes(old_sensor.begin() + 101, old_sensor.end()));
-  const Bytes raw = file_bytes(kRawFile);
-  ASSERT_EQ(raw.size(), 2u * 211 + 2);
-  EXPECT_EQ(raw_entry(raw, 90), 79);    // rewritten: 79 kPa gives 90.78
-  EXPECT_EQ(raw_entry(raw, 211), 250);  // no pressure up to 100 kPa reaches raw 211
-}
-
-TEST_F(PressureCalibrationTest, SeveralKpaOfOneRawByteLeaveTheHighestInPressureRaw) {
-  // Raw (0.001 P + 0.1) x 255: 25.76 at 1 kPa, 26.01 at 2, 26.78 at 5, 27.03 at 6, 27.80 at 9,
-  // 28.05 at 10.
-  type_sensor("0,001", "0,1", "10");
-  calculate_and_save();
-  const Bytes sensor = file_bytes(kSensorFile);
-  EXPECT_EQ(Bytes(sensor.begin() + 1, sensor.begin() + 7), (Bytes{25, 26, 26, 26, 26, 27}));
-  const Bytes raw = file_bytes(kRawFile);
-  EXPECT_EQ(std::tuple(raw_entry(raw, 25), raw_entry(raw, 26), raw_entry(raw, 27)),
-            std::tuple(1, 5, 9));
-}
-
 TEST_F(PressureCalibrationTest, SaveStoresTheSensorChoiceAndTheMainWindowsTableFollows) {
   choose_sensor(2);  // Toyota 1/2JZ up to 227 kPa
   EXPECT_EQ(f.c.pressure_table[253], 0);

@@ -77,17 +77,5 @@ TEST_F(ThrottleCaptureTest, SetButtonsTakeTheLiveValueAsTheEndPoint) {
   EXPECT_EQ(vars.tps_max, 240);
 }
 
-TEST_F(ThrottleCaptureTest, Timer1RunsOnlyWhileTheWindowIsLoaded) {
-  EXPECT_FALSE(form3.Timer1.enabled());
-  open();
-  EXPECT_EQ(form3.Timer1.interval(), 250);
-  fp.clock.advance(250);
-  fp.windows.unload(FormId::Form3);
-  EXPECT_FALSE(form3.Timer1.enabled());
-  vars.tps_raw = 200;
-  fp.clock.advance(1000);
-  EXPECT_EQ(c3.live_value.caption, "128");
-}
-
 }  // namespace
 }  // namespace nerit::testing

@@ -1,9 +1,7 @@
-// Main window start-up: what the load sets, what activation reads from the program folder and
-// how the pressure table is rebuilt from the sensor file.
+// Main window start-up: what the load sets and what activation reads from the program folder.
 #include <gtest/gtest.h>
 
 #include <array>
-#include <cmath>
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -140,20 +138,6 @@ TEST_F(Form1Startup, ActivateDividesRpmFactorByTheHeadings) {
   fp.dialogs.expect("Error|Critical|Ok|Division by zero");
   EXPECT_FALSE(run_handler(fp.dialogs, [&] { form.shell.Form_Activate(); }));
   EXPECT_EQ(fp.dialogs.boxes(), Strings{"Error|Critical|Ok|Division by zero"});
-}
-
-TEST_F(Form1Startup, ReloadPressureMapsEachSensorByteToTheHighestKpa) {
-  // MPX4250 preset: raw(P) = whole part of ((0.00315 * P + 0.04) * 5 * 51), P = 0..250 kPa.
-  std::vector<unsigned char> raw;
-  for (int p = 0; p <= 250; ++p)
-    raw.push_back(static_cast<unsigned char>(std::trunc((0.00315 * p + 0.04) * 5 * 51)));
-  folder.write("PressureSensor.dat", raw);
-  form.shell.reload_pressure();
-  EXPECT_EQ(c.pressure_table[211], 250);
-  EXPECT_EQ(c.pressure_table[10], 0);     // P = 0
-  EXPECT_EQ(c.pressure_table[11], 2);     // P = 1 and 2 share a byte
-  EXPECT_EQ(c.pressure_table[206], 245);  // P = 244 and 245
-  for (int b : {0, 9, 212, 255, 300}) EXPECT_EQ(c.pressure_table[b], 0) << b;  // no pressure
 }
 
 }  // namespace

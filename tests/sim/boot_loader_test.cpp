@@ -98,15 +98,6 @@ class SimBootLoader : public ::testing::Test {
   std::optional<ImageUpdater> updater;
 };
 
-TEST_F(SimBootLoader, TheStartRequestIsAnsweredWithReadyRightAfterItsLastByte) {
-  power_up();
-  updater->write(command(0x04));
-  const double last_byte = updater->now_ms();
-  updater->wait(kPatienceMs);
-  EXPECT_EQ(updater->heard(), (std::vector<Emission>{{last_byte + kByteMs, "\x05"}}));
-  EXPECT_TRUE(controller->boot_loader().active());
-}
-
 TEST_F(SimBootLoader, AThousandByteImageIsStoredWithItsErasedTailAndWrittenToTheImageFile) {
   options.flash_image_file = image_path.string();
   power_up();
@@ -130,20 +121,6 @@ TEST_F(SimBootLoader, EveryBlockIsAcknowledgedThenTheFinishFollowsTheProgramming
   const double last_byte = updater->block_ends_ms().back();
   EXPECT_DOUBLE_EQ(heard.at(1016).at_ms, last_byte + 5 + kByteMs);
   EXPECT_DOUBLE_EQ(heard.at(1017).at_ms, last_byte + (5 + 100) + kByteMs);
-}
-
-TEST_F(SimBootLoader, ABlocksAcknowledgementArrivesItsProgrammingTimeAfterItsLastByte) {
-  power_up();
-  request_boot_loader();
-  const std::string block = numbered_image().substr(0, 128);
-  updater->write(block.substr(0, 127));
-  updater->listen_until(updater->now_ms() + 100);
-  EXPECT_EQ(joined(updater->heard()), "\x05");
-
-  updater->write(block.substr(127));
-  const double due = updater->now_ms() + 5 + kByteMs;
-  EXPECT_TRUE(controller->poll(due - 1e-6).empty());
-  EXPECT_EQ(controller->poll(due), (std::vector<Emission>{{due, "\x06"}}));
 }
 
 // What a benchmark reports as programming time is what the update takes besides the wire.

@@ -91,13 +91,6 @@ TEST(SimDemoTune, BoostControlIsOnAndTheRestIsTheDefaultTune) {
   }
 }
 
-TEST(SimDemoTune, WithoutItEveryCorrectionCellIsNeutralAndBoostControlOff) {
-  Controller c;
-  for (const auto& row : read_correction_map(c))
-    for (int cell : row) EXPECT_EQ(cell, 128);
-  EXPECT_EQ(c.working_memory().at(0x024F), 0);
-}
-
 class SimDemoTuneState : public ::testing::Test {
  protected:
   void SetUp() override { std::filesystem::remove(path_); }

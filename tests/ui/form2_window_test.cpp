@@ -37,14 +37,6 @@ TEST_F(Form2WindowTest, OpensFromTheMenuAndSaysWhenNoPortWasGiven) {
   EXPECT_EQ(w2().ProgressBar1->maximum(), 130048);
 }
 
-TEST_F(Form2WindowTest, CloseShowsTheRestartNoteAndTheWindowGoes) {
-  start();
-  open("");
-  dialogs.expect("Hinweis|None|Ok|Please restart Nerit");
-  w2().Command3->click();
-  EXPECT_FALSE(app->windows().is_loaded(FormId::Form2));
-}
-
 TEST_F(Form2WindowTest, FlashesAnImageToALoaderOnThePortItWasGiven) {
   Pty loader;
   start({loader.path});

@@ -9,9 +9,7 @@
 #include <QStyle>
 #include <QStyleOptionSlider>
 #include <QTest>
-#include <bit>
 #include <filesystem>
-#include <fstream>
 
 #include "link/frames.h"
 #include "tests/support/reply_frames.h"
@@ -56,18 +54,6 @@ class Controller {
   bool answered_ = false;
 };
 
-// A frame as hex: the head ("55 80 00 00"), data bytes from the start, zeros, "00 0D".
-std::string frame_hex(const std::string& head, std::vector<int> data = {}) {
-  data.resize(16);
-  std::string s = head;
-  for (int b : data) {
-    char hex[4];
-    std::snprintf(hex, sizeof hex, " %02X", b);
-    s += hex;
-  }
-  return s + " 00 0D";
-}
-
 // The mode frames: 0x55 0x80, P1 P2 zero, the mode in the first data byte, the rest zero.
 std::string zeros(int n) {
   std::string s;
@@ -75,9 +61,6 @@ std::string zeros(int n) {
   return s;
 }
 const std::string kStreamOn = "55 80 00 00 01" + zeros(15) + " 00 0D";
-const std::string kStreamOff = "55 80 00 00 00" + zeros(15) + " 00 0D";
-constexpr const char* kReminder =
-    "Nerit|None|Ok|Einstellungen werden erst mit 'Make Permanent' dauerhaft übernommen";
 
 // A click where the user clicks: a box or option button on its mark, anything else in its middle.
 void click(QWidget* w) {
@@ -106,11 +89,6 @@ QRect thumb(QScrollBar* bar) {
   opt.singleStep = bar->singleStep();
   opt.pageStep = bar->pageStep();
   return bar->style()->subControlRect(QStyle::CC_ScrollBar, &opt, QStyle::SC_ScrollBarSlider, bar);
-}
-
-std::vector<std::uint8_t> file_bytes(const std::filesystem::path& file) {
-  std::ifstream in(file, std::ios::binary);
-  return {std::istreambuf_iterator<char>(in), {}};
 }
 
 class LiveWindowTest : public ProgramTest {
@@ -142,7 +120,6 @@ class LiveWindowTest : public ProgramTest {
     }
   }
   QAction* menu(const char* caption) { return w().menu.at(caption); }
-  std::string line(int i) { return w().List1->item(i)->text().toStdString(); }
 
   Pty pty;
   Controller controller{pty};
@@ -150,50 +127,12 @@ class LiveWindowTest : public ProgramTest {
 
 // --- stream ---------------------------------------------------------------------------------
 
-TEST_F(LiveWindowTest, TickingRealtimedataSendsTheModeFrameAndLocksEveryWrite) {
-  go_online();
-  EXPECT_FALSE(menu("Start")->isEnabled());
-  EXPECT_FALSE(menu("Freeze chart")->isEnabled());
-  click(w().check.at("Realtimedata"));
-  EXPECT_EQ(controller.frames(1), Strings{kStreamOn});
-  EXPECT_TRUE(w().check.at("Realtimedata")->isChecked());
-  EXPECT_EQ(w().Command4->text(), "Write to EEProm");
-  EXPECT_FALSE(w().Command4->isEnabled());
-  EXPECT_EQ(w().Command2->text(), "Reload EEProm");
-  EXPECT_FALSE(w().Command2->isEnabled());
-  EXPECT_FALSE(menu("Controller")->isEnabled());
-  EXPECT_TRUE(menu("Start")->isEnabled());
-  EXPECT_TRUE(menu("Freeze chart")->isEnabled());
-  EXPECT_TRUE(menu("Realtimedata")->isChecked());
-}
-
-TEST_F(LiveWindowTest, TheLoggingMenusRealtimedataSendsTheModeFrameTwice) {
-  go_online();
-  menu("Realtimedata")->trigger();
-  EXPECT_EQ(controller.frames(2), (Strings{kStreamOn, kStreamOn}));
-  EXPECT_TRUE(menu("Realtimedata")->isChecked());
-  EXPECT_TRUE(w().check.at("Realtimedata")->isChecked());
-  menu("Realtimedata")->trigger();
-  EXPECT_EQ(controller.frames(2), (Strings{kStreamOff, kStreamOff}));
-  EXPECT_FALSE(menu("Realtimedata")->isChecked());
-  EXPECT_FALSE(w().check.at("Realtimedata")->isChecked());
-}
-
 // Offline the handler does nothing: the entry keeps the model's mark, not the one Qt flipped.
 TEST_F(LiveWindowTest, OfflineTheRealtimedataEntryStaysAsTheModelHasIt) {
   menu("Realtimedata")->trigger();
   EXPECT_EQ(form().c.menus.echtzeit.checked, false);
   EXPECT_FALSE(menu("Realtimedata")->isChecked());
   EXPECT_EQ(controller.frames(0), Strings{});
-}
-
-TEST_F(LiveWindowTest, DebugdataSendsModeTwoAndOffAgain) {
-  go_online();
-  click(w().check.at("Debugdata"));
-  EXPECT_EQ(controller.frames(1), Strings{frame_hex("55 80 00 00", {2})});
-  click(w().check.at("Debugdata"));
-  EXPECT_EQ(controller.frames(1), Strings{kStreamOff});
-  EXPECT_TRUE(w().Command4->isEnabled());
 }
 
 TEST_F(LiveWindowTest, AClickOnTheBoostRowSwitchesItsUnit) {
@@ -248,19 +187,6 @@ TEST_F(LiveWindowTest, TheChartRedrawsOnlyWhenItsSamplesChanged) {
   EXPECT_EQ(w().chart->redraws(), drawn);
   send_status_frames(1);
   EXPECT_TRUE(wait_until([&] { return w().chart->redraws() > drawn; }));
-}
-
-TEST_F(LiveWindowTest, FreezeChartHoldsTheChartWhileTheStreamRuns) {
-  go_online();
-  tick_realtimedata();
-  send_status_frames(2);
-  ASSERT_TRUE(wait_until([&] { return form().chart.samples().size() == 2; }));
-  menu("Freeze chart")->trigger();
-  EXPECT_TRUE(menu("Freeze chart")->isChecked());
-  send_status_frames(2);
-  EXPECT_EQ(form().chart.samples().size(), 2u);
-  menu("Freeze chart")->trigger();
-  EXPECT_FALSE(menu("Freeze chart")->isChecked());
 }
 
 // --- data log -------------------------------------------------------------------------------
@@ -379,46 +305,6 @@ TEST_F(LiveWindowTest, TheAccelerationBarsSitInTheirFramesWithTheModelsCaptions)
   EXPECT_EQ(w().HScroll1[5]->maximum(), 255);
 }
 
-TEST_F(LiveWindowTest, TheInjectorSliderMovedByKeysSendsOneFrameAndLogsEachMove) {
-  go_online();
-  show_panel(kPanelInjektoradjust);
-  EXPECT_EQ(w().Slider1->value(), 128);
-  EXPECT_EQ(w().Label6->text(), "0%");
-  w().Slider1->setFocus();
-  const int before = w().List1->count();
-  QTest::keyClick(w().Slider1, Qt::Key_End);
-  EXPECT_EQ(controller.frames(1), Strings{frame_hex("55 03 00 00", {0xFF})});
-  EXPECT_EQ(w().Label6->text(), "99%");
-  ASSERT_EQ(w().List1->count(), before + 3);
-  EXPECT_EQ(line(before), "Injoffset in / out: 0 / 0");
-  EXPECT_EQ(line(before + 1), "Injsize alt / neu: 0 / 0");
-  EXPECT_EQ(line(before + 2), "Adjust: 99%");
-  QTest::keyClick(w().Slider1, Qt::Key_Home);
-  EXPECT_EQ(controller.frames(1), Strings{frame_hex("55 03 00 00", {0x00})});
-  EXPECT_EQ(w().Label6->text(), "-100%");
-  EXPECT_EQ(line(before + 5), "Adjust: -100%");
-}
-
-TEST_F(LiveWindowTest, TheClampFieldTakesOnlyDigitsAndEnterWritesTheDiagnosticFile) {
-  show_panel(kPanelAirflowOutput);
-  EXPECT_FALSE(w().Text1->isEnabled());
-  click(w().OptionAnalog);
-  ASSERT_TRUE(w().Text1->isEnabled());
-  QTest::keyClicks(w().Text1, "12ab3,x");
-  EXPECT_EQ(w().Text1->text(), "123");
-  EXPECT_EQ(form().panel_controls.Text1.text, "123");
-  QTest::keyClick(w().Text1, Qt::Key_Backspace);
-  QTest::keyClicks(w().Text1, "4");
-  EXPECT_EQ(w().Text1->text(), "124");
-  EXPECT_FALSE(std::filesystem::exists(folder.path() / "test.bin"));
-  QTest::keyClick(w().Text1, Qt::Key_Return);
-  EXPECT_EQ(w().Text1->text(), "124");
-  std::vector<std::uint8_t> want = {0x05, 0x00};
-  const auto bits = std::bit_cast<std::uint64_t>(124.0);
-  for (int i = 0; i < 8; ++i) want.push_back(static_cast<std::uint8_t>(bits >> (8 * i)));
-  EXPECT_EQ(file_bytes(folder.path() / "test.bin"), want);
-}
-
 TEST_F(LiveWindowTest, AClampFileThatCannotBeWrittenShowsTheErrorBox) {
   show_panel(kPanelAirflowOutput);
   click(w().OptionAnalog);
@@ -428,18 +314,6 @@ TEST_F(LiveWindowTest, AClampFileThatCannotBeWrittenShowsTheErrorBox) {
   QTest::keyClick(w().Text1, Qt::Key_Enter);
   EXPECT_EQ(dialogs.shown.size(), 1u);
   EXPECT_EQ(w().Text1->text(), "5");
-}
-
-TEST_F(LiveWindowTest, AirflowApplyShowsTheReminderAndSendsTheOutputFrame) {
-  go_online();
-  show_panel(kPanelAirflowOutput);
-  click(w().OptionAnalog);
-  w().Combo3->setCurrentIndex(2);
-  emit w().Combo3->activated(2);
-  QTest::keyClicks(w().Text1, "5000");
-  dialogs.expect(kReminder);
-  click(w().Command6);
-  EXPECT_EQ(controller.frames(1), Strings{frame_hex("55 09 00 00", {2, 255})});
 }
 
 TEST_F(LiveWindowTest, TheSolenoidOptionsKeepOneOutput) {
@@ -452,22 +326,6 @@ TEST_F(LiveWindowTest, TheSolenoidOptionsKeepOneOutput) {
   EXPECT_FALSE(w().solenoid_isc->isChecked());
   click(w().solenoid_injector6);  // a second click keeps it set
   EXPECT_TRUE(w().solenoid_injector6->isChecked());
-}
-
-TEST_F(LiveWindowTest, BoostApplyShowsTheReminderAndSendsTheBoostFrame) {
-  std::vector<unsigned char> table;  // P kPa gives raw byte P + 3
-  for (int p = 0; p <= 250; ++p) table.push_back(static_cast<unsigned char>(p + 3));
-  folder.write("PressureSensor.dat", table);
-  go_online();
-  show_panel(kPanelBoostcontrol);
-  click(w().Check3);
-  QTest::keyClicks(w().boost_start_text, "100");
-  w().boost_set_text->clear();
-  QTest::keyClicks(w().boost_set_text, "50");
-  EXPECT_EQ(form().panel_controls.boost_set_text.text, "50");
-  dialogs.expect(kReminder);
-  click(w().Command7);
-  EXPECT_EQ(controller.frames(1), Strings{frame_hex("55 0A 00 00", {1, 103, 128})});
 }
 
 }  // namespace

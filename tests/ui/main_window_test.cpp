@@ -11,7 +11,6 @@
 #include <QMenuBar>
 #include <QPushButton>
 #include <QScrollBar>
-#include <QStackedWidget>
 #include <QTest>
 #include <map>
 
@@ -78,15 +77,6 @@ TEST_F(MainWindowTest, UnderAStreamTheLogTakesNewLinesAFewTimesASecond) {
   c().List1.add_item("third");
   app->refresh();  // what the user does shows at once
   EXPECT_EQ(w().List1->count(), 3);
-}
-
-TEST_F(MainWindowTest, ClickingAPanelShowsOnlyThatPanel) {
-  QListWidget* list = w().List2;
-  const QRect r = list->visualItemRect(list->item(kPanelBoostcontrol));
-  QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, r.center());
-  EXPECT_EQ(form().panel_controls.List2.list_index, kPanelBoostcontrol);
-  EXPECT_EQ(w().panel_stack->currentWidget(), w().Frame1[kPanelBoostcontrol]);
-  EXPECT_EQ(w().Frame1[kPanelBoostcontrol]->title(), "Boostcontroll Pin #22");
 }
 
 // Coming back from one of the program's own windows runs Form_Activate, which reloads the

@@ -225,17 +225,6 @@ TEST_F(ProgramSerialTest, AVanishedDeviceIsClosedAndLoggedOnceAndAFailingArrival
   EXPECT_EQ(log_text(before + 1), " -> Port 2 (" + second.path + ") closed: device removed");
 }
 
-// A debug port chosen before any Connect opens at the main window's 19200 baud.
-TEST_F(ProgramSerialTest, ADebugPortChosenFirstRunsAt19200Baud) {
-  w().Combo2->setCurrentIndex(1);
-  emit w().Combo2->activated(1);
-  ASSERT_TRUE(comm().port_open());
-  termios t{};
-  ASSERT_EQ(tcgetattr(first.device, &t), 0);
-  EXPECT_EQ(cfgetospeed(&t), static_cast<speed_t>(B19200));
-  EXPECT_EQ(w().Label4[0]->text(), "Debug");
-}
-
 // 16 bytes of firmware text are 16 characters, whatever their codes.
 TEST_F(ProgramSerialTest, TheFirmwareTextShowsOneCharacterPerByte) {
   open(1);
